@@ -1,0 +1,7 @@
+#include "shell/HostSuites.h"
+#include "shell/PluginGlobals.h"
+
+namespace dw {
+HostSuites gSuites;
+PluginGlobals* gGlobals = nullptr;
+}  // namespace dw
