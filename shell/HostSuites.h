@@ -1,4 +1,6 @@
 #pragma once
+#include <cstddef>
+
 #include "host/all_suites.h"
 
 namespace dw {
@@ -73,6 +75,22 @@ struct SuiteEntry {
   int32_t version;
   const void** pointer;
 };
+
+// An ordered suite table: a missing row makes the whole table fail.
+struct SuiteTable {
+  const SuiteEntry* rows;
+  size_t count;
+};
+
+// The 44 required suites in acquisition order, and the two optional ones.
+SuiteTable requiredSuiteTable();
+SuiteTable optionalSuiteTable();
+
+// Acquires every row not yet held; on the first row the host cannot give, releases every held
+// row of this table (not of the other) and answers SuiteMissingError.
+DWErr acquireSuiteTable(SuiteTable table);
+// Releases every held row, ignoring release errors.
+void releaseSuiteTable(SuiteTable table);
 
 // Acquires one suite through the current basic suite: the table or null on any error.
 const void* acquireSuite(const char* name, int32_t version);

@@ -1,11 +1,32 @@
+#include <new>
+
 #include "host/messages.h"
+#include "host/plugin_properties/plugin_properties.h"
+#include "shell/Dispatch.h"
+#include "shell/Error.h"
 #include "shell/ErrorCodes.h"
 
-// The library's one export. Dispatch is not wired yet.
-extern "C" __attribute__((visibility("default"))) DWErr PluginMain(const char* caller, const char* selector,
-                                                                   void* message) {
-  (void)caller;
-  (void)selector;
-  (void)message;
-  return dw::NotImplementedError;
+#if defined(_WIN32)
+#define DW_EXPORT __declspec(dllexport)
+#else
+#define DW_EXPORT __attribute__((visibility("default")))
+
+// The property list, readable from the file before the library is loaded (the resource on Windows).
+__attribute__((section(kDWPluginPropertiesSection), used)) static const unsigned char kPluginProperties[] = {
+#include "host/plugin_properties/PluginProperties.inc"
+};
+static_assert(sizeof(kPluginProperties) == kDWPluginPropertiesSize, "the property list is 154 bytes");
+#endif
+
+// The library's one export. Nothing is thrown across it: the host gets a code.
+extern "C" DW_EXPORT DWErr PluginMain(const char* caller, const char* selector, void* message) {
+  try {
+    return dw::dispatchMessage(caller, selector, message, dw::pluginMessageHandlers());
+  } catch (const dw::Error& error) {
+    return error.code;
+  } catch (const std::bad_alloc&) {
+    return dw::OutOfMemoryError;
+  } catch (...) {
+    return dw::CannotError;
+  }
 }

@@ -1,0 +1,41 @@
+// Handlers and suite functions whose rooms are not built yet. Each answers NotImplementedError, never
+// a false success. Whoever implements one in its own file deletes its stub here.
+#include "commands/Actions.h"
+#include "commands/LiveEffect.h"
+#include "commands/MenuCommand.h"
+#include "commands/RasterizeSuite.h"
+#include "shell/ErrorCodes.h"
+
+namespace dw {
+
+DWErr GoMenuItem(MenuMessage&) { return NotImplementedError; }
+DWErr DoAction(DoActionMessage&) { return NotImplementedError; }
+
+DWErr EditParameters(LiveEffectEditParamMessage&) { return NotImplementedError; }
+DWErr GoLive(LiveEffectGoMessage&) { return NotImplementedError; }
+DWErr InterpolateParameters(LiveEffectInterpParamMessage&) { return NotImplementedError; }
+DWErr GetConversionParameters(LiveEffectGetConversionParamsMessage&) { return NotImplementedError; }
+DWErr ConvertColorSpace(LiveEffectConvertColorMessage&) { return NotImplementedError; }
+
+DWErr GetArtBounds(DWArtSetHandle, DWRealRect*, DWBool) { return NotImplementedError; }
+DWErr RasterizeArt(DWArtSetHandle, RasterizeSettings*, const DWRealRect*, int32_t, DWArtHandle, DWArtHandle*,
+                   DWRasterizeProgressProc) {
+  return NotImplementedError;
+}
+DWErr CreateClippingMask(DWArtSetHandle, int16_t, DWArtHandle, DWArtHandle*) { return NotImplementedError; }
+DWErr RasterizeArtWithPadding(DWArtSetHandle, RasterizeSettings*, const DWRealRect*, int32_t, DWArtHandle,
+                              DWArtHandle*, DWRasterizeProgressProc, double) {
+  return NotImplementedError;
+}
+DWErr RasterizeDocument(RasterizeSettings*, int32_t, DWArtHandle, DWArtHandle*, DWRasterizeProgressProc) {
+  return NotImplementedError;
+}
+DWErr resampleRasterArt(DWArtHandle, int32_t, double, int32_t, DWArtHandle, DWArtHandle*) {
+  return NotImplementedError;
+}
+DWErr CanPreserveSpotColors(DWArtSetHandle, DWBool* canPreserve) {
+  if (canPreserve) *canPreserve = 0;
+  return NotImplementedError;
+}
+
+}  // namespace dw
