@@ -91,7 +91,7 @@ ArtRenderer::Box ArtRenderer::extentOf(const Art& art, const Matrix& m, int dept
     for (const PathSegment& s : p.segments) add(s.p), add(s.in), add(s.out);
   };
   auto pad = [&](const PathStyle& s) {
-    if (!paintsStroke(s) || box.empty()) return;
+    if (!paintsStroke(s) || box.x0 > box.x1 || box.y0 > box.y1) return;
     const double reach = 0.5 * s.strokeWidth * matrixNorm(m) *
                          (s.lineJoin == LineJoin::Miter ? std::max(s.miterLimit, 1.5) : 1.5);
     box.x0 -= reach, box.y0 -= reach, box.x1 += reach, box.y1 += reach;
