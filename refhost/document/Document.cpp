@@ -404,6 +404,12 @@ CustomColorId Document::newCustomColor(CustomColor color) {
   return customColors_.back().id;
 }
 
+void Document::restoreCustomColor(const CustomColor& color) {
+  if (color.id < nextCustomColorId_) throw bad("restoreCustomColor: ids must increase");
+  customColors_.push_back(color);
+  nextCustomColorId_ = color.id + 1;
+}
+
 CustomColor* Document::customColor(CustomColorId id) {
   return const_cast<CustomColor*>(static_cast<const Document*>(this)->customColor(id));
 }

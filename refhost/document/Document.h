@@ -94,6 +94,8 @@ class Document {
 
   // ---- Custom colours, in creation order.
   CustomColorId newCustomColor(CustomColor color);  // the id field is assigned here
+  // Adds a colour keeping its id, for loaders: ids must be above every id given out so far.
+  void restoreCustomColor(const CustomColor& color);
   // Valid until the next newCustomColor() or undo step; the id is the lasting handle.
   CustomColor* customColor(CustomColorId id);
   const CustomColor* customColor(CustomColorId id) const;
