@@ -30,9 +30,6 @@ DWErr RasterizeArtWithPadding(DWArtSetHandle, RasterizeSettings*, const DWRealRe
 DWErr RasterizeDocument(RasterizeSettings*, int32_t, DWArtHandle, DWArtHandle*, DWRasterizeProgressProc) {
   return NotImplementedError;
 }
-DWErr resampleRasterArt(DWArtHandle, int32_t, double, int32_t, DWArtHandle, DWArtHandle*) {
-  return NotImplementedError;
-}
 DWErr CanPreserveSpotColors(DWArtSetHandle, DWBool* canPreserve) {
   if (canPreserve) *canPreserve = 0;
   return NotImplementedError;
