@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstring>
 #include <map>
 
 namespace refhost::io {
@@ -250,11 +251,56 @@ class Writer {
   Json styles_ = Json::array();
 };
 
+// Puts arrays of plain numbers (points, matrices, colours) on one line, which keeps files short
+// and readable; everything else keeps the dump's layout.
+std::string compactNumberArrays(const std::string& text) {
+  std::string out;
+  out.reserve(text.size());
+  bool inString = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (inString) {
+      out += c;
+      if (c == '\\' && i + 1 < text.size()) out += text[++i];
+      else if (c == '"') inString = false;
+      continue;
+    }
+    if (c == '"') inString = true;
+    if (c != '[') {
+      out += c;
+      continue;
+    }
+    std::size_t j = i + 1;
+    while (j < text.size() && std::strchr("0123456789eE+-., \n", text[j]) != nullptr) ++j;
+    if (j >= text.size() || text[j] != ']') {
+      out += c;
+      continue;
+    }
+    out += '[';
+    bool first = true;
+    std::size_t k = i + 1;
+    while (k < j) {
+      while (k < j && (text[k] == ' ' || text[k] == '\n' || text[k] == ',')) ++k;
+      std::size_t e = k;
+      while (e < j && text[e] != ' ' && text[e] != '\n' && text[e] != ',') ++e;
+      if (e > k) {
+        if (!first) out += ", ";
+        out.append(text, k, e - k);
+        first = false;
+      }
+      k = e;
+    }
+    out += ']';
+    i = j;
+  }
+  return out;
+}
+
 }  // namespace
 
 std::string documentToJson(const Document& doc) {
   // Invalid UTF-8 in names or text (from foreign files) is replaced rather than refused.
-  return Writer(doc).run().dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  return compactNumberArrays(Writer(doc).run().dump(2, ' ', false, Json::error_handler_t::replace)) + "\n";
 }
 
 void saveDocument(const Document& doc, const std::string& path) {

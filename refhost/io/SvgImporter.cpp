@@ -289,10 +289,13 @@ bool Importer::shapeGeometry(const pugi::xml_node& e, const std::string& name, c
     if (name == "circle") {
       rx = ry = length(e, "r", ctx, LengthAxis::Other, 0);
     } else {
+      // A missing (or "auto") radius takes the other one; a negative one disables the shape.
+      const bool hasRx = e.attribute("rx") && std::string(e.attribute("rx").value()) != "auto";
+      const bool hasRy = e.attribute("ry") && std::string(e.attribute("ry").value()) != "auto";
       rx = length(e, "rx", ctx, LengthAxis::X, -1);
       ry = length(e, "ry", ctx, LengthAxis::Y, -1);
-      if (rx < 0) rx = ry;
-      if (ry < 0) ry = rx;
+      if (!hasRx) rx = ry;
+      if (!hasRy) ry = rx;
     }
     if (!(rx > 0 && ry > 0)) return false;
     out.push_back(ellipse(cx, cy, rx, ry));

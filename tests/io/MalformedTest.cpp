@@ -1,0 +1,177 @@
+#include "SvgTestSupport.h"
+
+#include "refhost/io/IoError.h"
+#include "refhost/io/NativeFormat.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <regex>
+
+namespace refhost {
+namespace {
+
+struct BadSvg {
+  const char* name;
+  std::string text;
+  std::size_t line;  // 0: no line expected
+  const char* words;
+};
+
+std::string deepNesting(int depth) {
+  std::string s = "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'>\n";
+  for (int i = 0; i < depth; ++i) s += "<g>";
+  for (int i = 0; i < depth; ++i) s += "</g>";
+  return s + "</svg>";
+}
+
+const BadSvg kBadSvgs[] = {
+    {"unclosed tag", "<svg xmlns='http://www.w3.org/2000/svg'>\n<rect width='1'\n</svg>", 3, "malformed XML"},
+    {"mismatched end", "<svg xmlns='http://www.w3.org/2000/svg'>\n<g>\n</svg>", 3, "malformed XML"},
+    {"not xml", "just text", 1, "malformed XML"},
+    {"empty", "", 1, "malformed XML"},
+    {"not svg", "<html/>", 0, "not an SVG document"},
+    {"negative width", "<svg xmlns='http://www.w3.org/2000/svg' width='-5' height='5'/>", 1, "positive"},
+    {"absurd width", "<svg xmlns='http://www.w3.org/2000/svg' width='1e300' height='5'/>", 1, "beyond the limit"},
+    {"absurd viewBox size", "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 1e12 1e12'/>", 1, "beyond the limit"},
+    {"nesting too deep", deepNesting(300), 2, "nested deeper"},
+};
+
+TEST(Malformed, SvgFailsWithOneLineNamingFileAndLine) {
+  for (const BadSvg& c : kBadSvgs) {
+    try {
+      testing::importSvg(c.text);
+      FAIL() << c.name << ": accepted";
+    } catch (const io::IoError& e) {
+      const std::string what = e.what();
+      EXPECT_EQ(what.find('\n'), std::string::npos) << c.name << ": " << what;
+      EXPECT_EQ(what.rfind("test.svg:", 0), 0u) << c.name << ": " << what;
+      EXPECT_NE(what.find(c.words), std::string::npos) << c.name << ": " << what;
+      if (c.line) {
+        EXPECT_EQ(e.line(), c.line) << c.name << ": " << what;
+        EXPECT_NE(what.find("test.svg:" + std::to_string(c.line) + ":"), std::string::npos) << c.name << ": " << what;
+      }
+    }
+  }
+}
+
+TEST(Malformed, EntityExpansionIsNotPerformed) {
+  // The classic billion laughs: the XML parser does not expand internal entities, so nothing grows.
+  std::string text = "<?xml version='1.0'?>\n<!DOCTYPE svg [\n<!ENTITY lol 'lol'>\n";
+  std::string prev = "lol";
+  for (int i = 1; i <= 9; ++i) {
+    text += "<!ENTITY lol" + std::to_string(i) + " '";
+    for (int k = 0; k < 10; ++k) text += "&" + prev + ";";
+    text += "'>\n";
+    prev = "lol" + std::to_string(i);
+  }
+  text += "]>\n<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><text id='t' y='5'>&lol9;</text></svg>";
+  const auto start = std::chrono::steady_clock::now();
+  auto r = testing::importSvg(text);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  const Art* t = testing::findArt(*r.document, "t");
+  ASSERT_NE(t, nullptr);
+  EXPECT_LT(t->text()->text.size(), 100u);
+}
+
+TEST(Malformed, ExternalEntitiesAreNotRead) {
+  const std::string text = "<!DOCTYPE svg [<!ENTITY x SYSTEM 'file:///etc/passwd'>]>"
+                           "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><text id='t' y='5'>&x;</text></svg>";
+  auto r = testing::importSvg(text);
+  EXPECT_EQ(testing::findArt(*r.document, "t")->text()->text.find("root:"), std::string::npos);
+}
+
+TEST(Malformed, ExponentialUseIsBounded) {
+  // Each level uses the previous one ten times: 10^8 copies unless the importer stops it.
+  std::string body = "<defs><rect id='l0' width='1' height='1'/>";
+  for (int i = 1; i <= 8; ++i) {
+    body += "<g id='l" + std::to_string(i) + "'>";
+    for (int k = 0; k < 10; ++k) body += "<use href='#l" + std::to_string(i - 1) + "'/>";
+    body += "</g>";
+  }
+  body += "</defs><use href='#l8'/>";
+  io::SvgImportOptions options;
+  options.maxArt = 100000;
+  try {
+    io::importSvgText(testing::svgDoc(body), "bomb.svg", ".", options);
+    FAIL() << "accepted";
+  } catch (const io::IoError& e) {
+    EXPECT_NE(std::string(e.what()).find("too many objects"), std::string::npos) << e.what();
+  }
+}
+
+TEST(Malformed, CircularUseIsSkippedWithAWarning) {
+  auto r = testing::importSvg(testing::svgDoc("<g id='a'><use href='#b'/></g><g id='b'><use href='#a'/></g><use href='#self' id='self'/>"));
+  ASSERT_FALSE(r.warnings.empty());
+  EXPECT_NE(r.warnings[0].find("use:"), std::string::npos);
+}
+
+TEST(Malformed, GiantPathDataIsBounded) {
+  std::string d = "M0 0";
+  for (int i = 0; i < 20000; ++i) d += " l1 1";
+  io::SvgImportOptions options;
+  options.maxPathPoints = 10000;
+  try {
+    io::importSvgText(testing::svgDoc("<path d='" + d + "'/>"), "big.svg", ".", options);
+    FAIL() << "accepted";
+  } catch (const io::IoError& e) {
+    EXPECT_NE(std::string(e.what()).find("too many"), std::string::npos) << e.what();
+    EXPECT_EQ(e.line(), 1u);
+  }
+}
+
+TEST(Malformed, MissingFileIsOneLine) {
+  try {
+    io::importSvgFile("/nonexistent/dir/x.svg");
+    FAIL();
+  } catch (const io::IoError& e) {
+    EXPECT_EQ(std::string(e.what()).rfind("/nonexistent/dir/x.svg: cannot open", 0), 0u) << e.what();
+  }
+}
+
+struct BadJson {
+  const char* name;
+  std::string text;
+  std::size_t line;
+  const char* words;
+};
+
+const BadJson kBadJson[] = {
+    {"syntax", "{\n  \"format\": \"refhost-document\",\n  \"version\": 1,,\n}", 3, "malformed JSON"},
+    {"truncated", "{\n  \"format\": ", 2, "malformed JSON"},
+    {"not an object", "[1, 2]", 0, "at /: the document must be a JSON object"},
+    {"wrong format", "{\"format\": \"other\", \"version\": 1}", 0, "at /format"},
+    {"wrong version", "{\"format\": \"refhost-document\", \"version\": 99}", 0, "unsupported version"},
+    {"missing layers", "{\"format\": \"refhost-document\", \"version\": 1, \"colorMode\": \"rgb\"}", 0, "missing \"layers\""},
+    {"bad kind", "{\"format\": \"refhost-document\", \"version\": 1, \"colorMode\": \"rgb\", \"layers\": [{\"name\": \"L\", "
+                 "\"group\": {\"kind\": \"group\", \"children\": [{\"kind\": \"blob\"}]}}]}",
+     0, "at /layers/0/group/children/0/kind"},
+    {"bad pixels", "{\"format\": \"refhost-document\", \"version\": 1, \"colorMode\": \"rgb\", \"layers\": [{\"name\": \"L\", "
+                   "\"group\": {\"kind\": \"group\", \"children\": [{\"kind\": \"raster\", \"record\": {\"bounds\": [0,0,2,2], "
+                   "\"byteWidth\": 8, \"colorSpace\": 1, \"bitsPerPixel\": 24}, \"matrix\": [1,0,0,1,0,0], \"pixels\": \"AAAA\"}]}}]}",
+     0, "bytes where byteWidth x height is 16"},
+    {"unknown spot", "{\"format\": \"refhost-document\", \"version\": 1, \"colorMode\": \"rgb\", \"layers\": [{\"name\": \"L\", "
+                     "\"group\": {\"kind\": \"group\", \"style\": {\"fill\": {\"type\": \"spot\", \"color\": 7}}}}]}",
+     0, "no custom colour has this id"},
+    {"deep nesting", std::string(1000, '[') + std::string(1000, ']'), 1, "nested deeper"},
+};
+
+TEST(Malformed, NativeJsonFailsWithOneLine) {
+  for (const BadJson& c : kBadJson) {
+    try {
+      io::documentFromJson(c.text, "doc.json");
+      FAIL() << c.name << ": accepted";
+    } catch (const io::IoError& e) {
+      const std::string what = e.what();
+      EXPECT_EQ(what.find('\n'), std::string::npos) << c.name << ": " << what;
+      EXPECT_EQ(what.rfind("doc.json:", 0), 0u) << c.name << ": " << what;
+      EXPECT_NE(what.find(c.words), std::string::npos) << c.name << ": " << what;
+      if (c.line) {
+        EXPECT_EQ(e.line(), c.line) << c.name << ": " << what;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace refhost

@@ -1,0 +1,103 @@
+#include "refhost/document/Bounds.h"
+#include "refhost/document/Equivalence.h"
+#include "refhost/io/IoError.h"
+#include "refhost/io/NativeFormat.h"
+#include "refhost/io/SvgImport.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iostream>
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <string>
+#include <vector>
+
+namespace refhost {
+namespace {
+
+// SVG files that Debian packages put on the machine (scripts/packages.txt lists them).
+const char* const kFolders[] = {
+    "/usr/share/icons/Adwaita/scalable",
+    "/usr/share/icons/hicolor/scalable",
+    "/usr/share/aisleriot/cards",
+    "/usr/share/openclipart",
+};
+
+void collect(const std::string& dir, std::vector<std::string>& out, std::size_t limit, int depth = 0) {
+  if (depth > 6 || out.size() >= limit) return;
+  DIR* d = ::opendir(dir.c_str());
+  if (!d) return;
+  std::vector<std::string> names;
+  while (dirent* e = ::readdir(d)) {
+    const std::string n = e->d_name;
+    if (n != "." && n != "..") names.push_back(n);
+  }
+  ::closedir(d);
+  std::sort(names.begin(), names.end());
+  for (const std::string& n : names) {
+    if (out.size() >= limit) return;
+    const std::string path = dir + "/" + n;
+    struct stat st;
+    if (::stat(path.c_str(), &st) != 0) continue;
+    if (S_ISDIR(st.st_mode)) {
+      collect(path, out, limit, depth + 1);
+    } else if (n.size() > 4 && n.compare(n.size() - 4, 4, ".svg") == 0) {
+      out.push_back(path);
+    }
+  }
+}
+
+TEST(RealWorld, PackagedSvgFilesImportAndRoundTrip) {
+  std::vector<std::string> files;
+  for (const char* folder : kFolders) collect(folder, files, files.size() + 400);
+  if (files.empty()) GTEST_SKIP() << "no packaged SVG files on this machine";
+  std::size_t withArt = 0;
+  for (const std::string& file : files) {
+    io::ImportResult r;
+    try {
+      r = io::importSvgFile(file);
+    } catch (const io::IoError& e) {
+      ADD_FAILURE() << e.what();
+      continue;
+    }
+    ASSERT_EQ(r.document->artboards().size(), 1u) << file;
+    Rect bounds = Rect::none();
+    for (Layer* l : r.document->layers()) bounds = bounds.united(artBounds(*l->group()));
+    if (!bounds.isEmpty()) ++withArt;
+    auto loaded = io::documentFromJson(io::documentToJson(*r.document), file + ".json");
+    std::string why;
+    EXPECT_TRUE(equivalent(*r.document, *loaded, &why)) << file << ": " << why;
+  }
+  EXPECT_GT(withArt, files.size() * 9 / 10) << "most files draw something";
+  std::cout << "[          ] imported " << files.size() << " packaged SVG files\n";
+}
+
+TEST(RealWorld, ExamplesLoad) {
+  std::vector<std::string> files;
+  collect(RASTERIZE_EXAMPLES_DIR, files, 1000);
+  std::size_t json = 0;
+  DIR* d = ::opendir(RASTERIZE_EXAMPLES_DIR);
+  ASSERT_NE(d, nullptr);
+  while (dirent* e = ::readdir(d)) {
+    const std::string n = e->d_name;
+    if (n.size() > 5 && n.compare(n.size() - 5, 5, ".json") == 0) {
+      const std::string path = std::string(RASTERIZE_EXAMPLES_DIR) + "/" + n;
+      auto doc = io::loadDocument(path);
+      EXPECT_GT(doc->layerCount(), 0u) << path;
+      ++json;
+    }
+  }
+  ::closedir(d);
+  for (const std::string& f : files) {
+    if (f.find("/client_plugin/") != std::string::npos) continue;
+    auto r = io::importSvgFile(f);
+    EXPECT_TRUE(r.warnings.empty()) << f << ": " << (r.warnings.empty() ? "" : r.warnings[0]);
+  }
+  EXPECT_GE(json, 3u);
+  EXPECT_GE(files.size(), 2u);
+}
+
+}  // namespace
+}  // namespace refhost
