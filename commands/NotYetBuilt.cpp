@@ -8,7 +8,6 @@
 
 namespace dw {
 
-DWErr GoMenuItem(MenuMessage&) { return NotImplementedError; }
 DWErr DoAction(DoActionMessage&) { return NotImplementedError; }
 
 DWErr EditParameters(LiveEffectEditParamMessage&) { return NotImplementedError; }
@@ -17,12 +16,10 @@ DWErr InterpolateParameters(LiveEffectInterpParamMessage&) { return NotImplement
 DWErr GetConversionParameters(LiveEffectGetConversionParamsMessage&) { return NotImplementedError; }
 DWErr ConvertColorSpace(LiveEffectConvertColorMessage&) { return NotImplementedError; }
 
-DWErr GetArtBounds(DWArtSetHandle, DWRealRect*, DWBool) { return NotImplementedError; }
 DWErr RasterizeArt(DWArtSetHandle, RasterizeSettings*, const DWRealRect*, int32_t, DWArtHandle, DWArtHandle*,
                    DWRasterizeProgressProc) {
   return NotImplementedError;
 }
-DWErr CreateClippingMask(DWArtSetHandle, int16_t, DWArtHandle, DWArtHandle*) { return NotImplementedError; }
 DWErr RasterizeArtWithPadding(DWArtSetHandle, RasterizeSettings*, const DWRealRect*, int32_t, DWArtHandle,
                               DWArtHandle*, DWRasterizeProgressProc, double) {
   return NotImplementedError;
