@@ -5,26 +5,11 @@
 
 #include "image_streams/FixedPoint.h"
 #include "image_streams/SamplePosition.h"
+#include "image_streams/VectorRows.h"
 
 namespace dw {
 
 namespace {
-
-// Narrow sources put taps past both ends of the row, so edge pixels clamp on either side.
-void filterEdge(const HorizontalResampler& h, const uint8_t* row, int32_t from, int32_t to) {
-  const int32_t last = h.sourceWidth - 1;
-  for (uint32_t k = 0; k < h.channels; ++k) {
-    for (int32_t x = from; x < to; ++x) {
-      const int16_t* w = h.kernel + h.phaseOffset[x];
-      int32_t sum = 0;
-      for (int32_t j = 0; j < h.taps; ++j) {
-        const int32_t column = std::min(std::max(h.start[x] + j, 0), last);
-        sum += w[j] * row[column * int32_t(h.channels) + int32_t(k)];
-      }
-      h.output[k][x] = fixedPointToSample(sum);
-    }
-  }
-}
 
 template <uint32_t Channels, std::size_t... J>
 void filterMiddle(const HorizontalResampler& h, const uint8_t* row, std::index_sequence<J...>) {
@@ -58,12 +43,12 @@ void filterMiddleAnyChannels(const HorizontalResampler& h, const uint8_t* row, s
 // Channels 0 stands for any count up to eight, read at run time.
 template <int32_t Taps, uint32_t Channels>
 void filterRow(const HorizontalResampler& h, const uint8_t* row) {
-  filterEdge(h, row, 0, h.leftCount);
+  h.FilterEdge(row, 0, h.leftCount);
   if constexpr (Channels == 0)
     filterMiddleAnyChannels(h, row, std::make_index_sequence<Taps>());
   else
     filterMiddle<Channels>(h, row, std::make_index_sequence<Taps>());
-  filterEdge(h, row, h.leftCount + h.middleCount, h.destinationWidth);
+  h.FilterEdge(row, h.leftCount + h.middleCount, h.destinationWidth);
 }
 
 template <int32_t Taps>
@@ -93,7 +78,23 @@ HorizontalResampler::RowFunction chooseRowFunction(int32_t taps, uint32_t channe
 
 }  // namespace
 
-bool HorizontalResampler::Build(uint32_t channelCount, uint32_t sourceSize, uint32_t destinationSize) {
+// Narrow sources put taps past both ends of the row, so edge pixels clamp on either side.
+void HorizontalResampler::FilterEdge(const uint8_t* row, int32_t from, int32_t to) const {
+  const int32_t last = sourceWidth - 1;
+  for (uint32_t k = 0; k < channels; ++k) {
+    for (int32_t x = from; x < to; ++x) {
+      const int16_t* w = kernel + phaseOffset[x];
+      int32_t sum = 0;
+      for (int32_t j = 0; j < taps; ++j) {
+        const int32_t column = std::min(std::max(start[x] + j, 0), last);
+        sum += w[j] * row[column * int32_t(channels) + int32_t(k)];
+      }
+      output[k][x] = fixedPointToSample(sum);
+    }
+  }
+}
+
+bool HorizontalResampler::Build(uint32_t channelCount, uint32_t sourceSize, uint32_t destinationSize, RowPath path) {
   if (channelCount == 0 || channelCount > maxChannels || sourceSize == 0 || destinationSize == 0 ||
       sourceSize > INT16_MAX || destinationSize > INT16_MAX)
     return false;
@@ -107,11 +108,22 @@ bool HorizontalResampler::Build(uint32_t channelCount, uint32_t sourceSize, uint
   start.reset(new (std::nothrow) int16_t[destinationSize]);
   phaseOffset.reset(new (std::nothrow) uint8_t[destinationSize]);
   if (!start || !phaseOffset || !rowFunction) return false;
+  if (RowFunction vector = path == RowPath::Fastest ? vectorHorizontalRow(channels) : nullptr) {
+    planeStride = sourceSize + 16;
+    planes.reset(new (std::nothrow) uint8_t[size_t(planeStride) * channels]());
+    paddedKernel.reset(new (std::nothrow) int16_t[resamplePhases * 8]());
+    paddedOffset.reset(new (std::nothrow) uint16_t[destinationSize]);
+    if (!planes || !paddedKernel || !paddedOffset) return false;
+    for (int32_t phase = 0; phase < resamplePhases; ++phase)
+      for (int32_t j = 0; j < taps; ++j) paddedKernel[phase * 8 + j] = kernel[phase * taps + j];
+    rowFunction = vector;
+  }
 
   for (uint32_t i = 0; i < destinationSize; ++i) {
     const SamplePosition position = samplePosition(i, 0, sourceSize, 0, destinationSize, taps);
     start[i] = int16_t(position.start);
     phaseOffset[i] = position.phaseOffset;
+    if (paddedOffset) paddedOffset[i] = uint16_t(position.phaseOffset / taps * 8);
   }
   leftCount = 0;
   while (leftCount < destinationWidth && start[leftCount] < 0) ++leftCount;

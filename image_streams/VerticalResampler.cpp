@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "image_streams/FixedPoint.h"
+#include "image_streams/VectorRows.h"
 
 namespace dw {
 
@@ -54,7 +55,7 @@ VerticalResampler::RowFunction chooseRowFunction(int32_t taps, uint32_t channels
 
 }  // namespace
 
-bool VerticalResampler::Build(uint32_t channelCount, uint32_t sourceHeight, uint32_t destinationHeight) {
+bool VerticalResampler::Build(uint32_t channelCount, uint32_t sourceHeight, uint32_t destinationHeight, RowPath path) {
   if (channelCount == 0 || channelCount > maxChannels || sourceHeight == 0 || destinationHeight == 0 ||
       sourceHeight > INT16_MAX || destinationHeight > INT16_MAX)
     return false;
@@ -67,6 +68,7 @@ bool VerticalResampler::Build(uint32_t channelCount, uint32_t sourceHeight, uint
   for (auto& channelRows : rows)
     for (const uint8_t*& row : channelRows) row = nullptr;
   rowFunction = chooseRowFunction(taps, channels);
+  if (RowFunction vector = path == RowPath::Fastest ? vectorVerticalRow(taps) : nullptr) rowFunction = vector;
   return rowFunction != nullptr;
 }
 

@@ -12,8 +12,12 @@ class VerticalResampler {
   static constexpr uint32_t maxChannels = 8;
   using RowFunction = void (*)(const VerticalResampler& resampler, uint8_t* output);
 
+  // Fastest takes the processor's vector unit where there is one; Portable is the plain C++
+  // row function (every path gives the same bytes).
+  enum class RowPath { Fastest, Portable };
+
   // Chooses the kernel for the heights and clears the row set; false for unusable sizes.
-  bool Build(uint32_t channels, uint32_t sourceHeight, uint32_t destinationHeight);
+  bool Build(uint32_t channels, uint32_t sourceHeight, uint32_t destinationHeight, RowPath path = RowPath::Fastest);
   void FilterRow(uint8_t* output) const { rowFunction(*this, output); }
 
   // rows[k][t]: row t of the row set for channel k.

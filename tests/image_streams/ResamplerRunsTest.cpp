@@ -29,14 +29,18 @@ std::vector<uint8_t> perPixel(const dw::HorizontalResampler& h, const std::vecto
   return out;
 }
 
+const dw::HorizontalResampler::RowPath horizontalPaths[] = {dw::HorizontalResampler::RowPath::Fastest,
+                                                            dw::HorizontalResampler::RowPath::Portable};
+
 TEST(HorizontalResampler, RunsMatchPerPixelEvaluation) {
   std::mt19937 random(20240611);
-  for (int32_t trial = 0; trial < 3000; ++trial) {
+  for (int32_t trial = 0; trial < 4000; ++trial) {
+    const auto path = horizontalPaths[trial % 2];
     const uint32_t channels = 1 + random() % 8;
     const uint32_t source = 1 + random() % 300;
     const uint32_t destination = 1 + random() % source;
     dw::HorizontalResampler h;
-    ASSERT_TRUE(h.Build(channels, source, destination)) << "trial " << trial;
+    ASSERT_TRUE(h.Build(channels, source, destination, path)) << "trial " << trial;
     std::vector<uint8_t> row(size_t(source) * channels);
     // Extreme values make any misplaced tap or missing clamp visible.
     for (uint8_t& v : row) v = (random() & 1) ? 255 : uint8_t(random() & 0x0F);
@@ -44,7 +48,8 @@ TEST(HorizontalResampler, RunsMatchPerPixelEvaluation) {
     h.SetOutputs(out.data());
     h.FilterRow(row.data());
     ASSERT_EQ(out, perPixel(h, row)) << "trial " << trial << ": " << source << " -> " << destination << ", "
-                                     << channels << " channels, taps " << h.taps;
+                                     << channels << " channels, taps " << h.taps
+                                     << (path == dw::HorizontalResampler::RowPath::Portable ? ", portable" : "");
     ASSERT_EQ(h.leftCount + h.middleCount + h.rightCount, int32_t(destination)) << "trial " << trial;
   }
 }
@@ -74,15 +79,17 @@ TEST(HorizontalResampler, RunBoundaries) {
 
 // A 3-pixel row inside a buffer of 255s: a tap outside the row would show up in the zeros.
 TEST(HorizontalResampler, NarrowRowNeverReadsOutside) {
-  for (uint32_t channels = 1; channels <= 5; ++channels) {
-    std::vector<uint8_t> buffer(64 + 3 * channels + 64, 255);
-    std::fill_n(buffer.begin() + 64, 3 * channels, 0);
+  for (uint32_t channels = 1; channels <= 10; ++channels) {
+    const auto path = horizontalPaths[channels % 2];
+    const uint32_t channelCount = (channels + 1) / 2;
+    std::vector<uint8_t> buffer(64 + 3 * channelCount + 64, 255);
+    std::fill_n(buffer.begin() + 64, 3 * channelCount, 0);
     dw::HorizontalResampler h;
-    ASSERT_TRUE(h.Build(channels, 3, 3));
-    std::vector<uint8_t> out(3 * channels, 0xAA);
+    ASSERT_TRUE(h.Build(channelCount, 3, 3, path));
+    std::vector<uint8_t> out(3 * channelCount, 0xAA);
     h.SetOutputs(out.data());
     h.FilterRow(buffer.data() + 64);
-    EXPECT_EQ(out, std::vector<uint8_t>(3 * channels, 0)) << channels << " channels";
+    EXPECT_EQ(out, std::vector<uint8_t>(3 * channelCount, 0)) << channelCount << " channels, path " << channels % 2;
   }
 }
 
@@ -119,13 +126,14 @@ TEST(HorizontalResampler, RefusesWhatItsFieldsCannotHold) {
 
 TEST(VerticalResampler, RowFunctionMatchesPerPixelEvaluation) {
   std::mt19937 random(77);
-  for (int32_t trial = 0; trial < 500; ++trial) {
+  for (int32_t trial = 0; trial < 1000; ++trial) {
+    const auto path = trial % 2 ? dw::VerticalResampler::RowPath::Portable : dw::VerticalResampler::RowPath::Fastest;
     const uint32_t channels = 1 + random() % 8;
     const uint32_t source = 2 + random() % 200;
     const uint32_t destination = 1 + random() % source;
     const int16_t width = int16_t(1 + random() % 40);
     dw::VerticalResampler v;
-    ASSERT_TRUE(v.Build(channels, source, destination));
+    ASSERT_TRUE(v.Build(channels, source, destination, path));
     v.outputWidth = width;
     v.phaseOffset = uint8_t((random() % 32) * uint32_t(v.taps));
     std::vector<std::vector<uint8_t>> rows(size_t(v.taps) * channels, std::vector<uint8_t>(size_t(width)));
@@ -142,7 +150,7 @@ TEST(VerticalResampler, RowFunctionMatchesPerPixelEvaluation) {
         int32_t sum = 0;
         for (int32_t t = 0; t < v.taps; ++t) sum += v.kernel[v.phaseOffset + t] * v.rows[k][t][x];
         ASSERT_EQ(out[size_t(x) * channels + k], clampRound(sum))
-            << "trial " << trial << " x " << x << " channel " << k << " taps " << v.taps;
+            << "trial " << trial << " x " << x << " channel " << k << " taps " << v.taps << " path " << trial % 2;
       }
   }
 }
