@@ -18,8 +18,6 @@ using placeholder::Z;
 
 PLACEHOLDER(DWFOConversionSuite, kDWFOConversionSuite, kDWFOConversionSuiteVersion, N);
 PLACEHOLDER(DWPathfinderSuite, kDWPathfinderSuite, kDWPathfinderSuiteVersion, N);
-PLACEHOLDER(DWGraphicsManagerSuite, kDWGraphicsManagerSuite, kDWGraphicsManagerSuiteVersion,
-            N, N, N, N, N, N, N, N, N, N, N, N, N, N, N);
 PLACEHOLDER(DWArtSuite, kDWArtSuite, kDWArtSuiteVersion,
             N, N, N, N, N, N, N, N, N, N, N, N, N, N, N, N, N, N, N);
 PLACEHOLDER(DWArtboardSuite, kDWArtboardSuite, kDWArtboardSuiteVersion, N, N, N, N, N, N);
@@ -27,12 +25,10 @@ PLACEHOLDER(DWArtSetSuite, kDWArtSetSuite, kDWArtSetSuiteVersion, N, N, N, N, N,
 PLACEHOLDER(DWArtStyleSuite, kDWArtStyleSuite, kDWArtStyleSuiteVersion, N, N, N);
 PLACEHOLDER(DWArtStyleParserSuite, kDWArtStyleParserSuite, kDWArtStyleParserSuiteVersion, N, N, N, N, N);
 PLACEHOLDER(DWBlendStyleSuite, kDWBlendStyleSuite, kDWBlendStyleSuiteVersion, N, Z, Z);
-PLACEHOLDER(DWColorSpaceSuite, kDWColorSpaceSuite, kDWColorSpaceSuiteVersion, N, N, N, N, N, N, N, N, N, N, N, N);
 PLACEHOLDER(DWCustomColorSuite, kDWCustomColorSuite, kDWCustomColorSuiteVersion, N, N, N);
 PLACEHOLDER(DWDictionarySuite, kDWDictionarySuite, kDWDictionarySuiteVersion,
             Z, Z, Z, N, N, N, N, N, N, N, N, N, N);
 PLACEHOLDER(DWDocumentSuite, kDWDocumentSuite, kDWDocumentSuiteVersion, N, N, N);
-PLACEHOLDER(DWDrawArtSuite, kDWDrawArtSuite, kDWDrawArtSuiteVersion, N, N);
 PLACEHOLDER(DWGroupSuite, kDWGroupSuite, kDWGroupSuiteVersion, N, N);
 PLACEHOLDER(DWLayerSuite, kDWLayerSuite, kDWLayerSuiteVersion, N, N, N, N, N, N);
 PLACEHOLDER(DWLayerListSuite, kDWLayerListSuite, kDWLayerListSuiteVersion, N, N, N);
@@ -44,12 +40,10 @@ PLACEHOLDER(DWPathStyleSuite, kDWPathStyleSuite, kDWPathStyleSuiteVersion, N, N)
 PLACEHOLDER(DWPatternSuite, kDWPatternSuite, kDWPatternSuiteVersion, Z);
 PLACEHOLDER(DWPlacedSuite, kDWPlacedSuite, kDWPlacedSuiteVersion, N, N);
 PLACEHOLDER(DWPluginGroupSuite, kDWPluginGroupSuite, kDWPluginGroupSuiteVersion, N, N);
-PLACEHOLDER(DWRasterSuite, kDWRasterSuite, kDWRasterSuiteVersion, N, N, N, N, N, N, N, N);
 PLACEHOLDER(DWTextFrameSuite, kDWTextFrameSuite, kDWTextFrameSuiteVersion, N);
 PLACEHOLDER(DWUndoSuite, kDWUndoSuite, kDWUndoSuiteVersion, N, N);
 PLACEHOLDER(DWSymbolSuite, kDWSymbolSuite, kDWSymbolSuiteVersion, Z);
 // Acquired on demand by the engine.
-PLACEHOLDER(DWHVExtensionSuite, kDWHVExtensionSuite, kDWHVExtensionSuiteVersion, Z, Z, Z, N, N, N, N);
 PLACEHOLDER(DWSymbolUtilsSuite, kDWSymbolUtilsSuite, kDWSymbolUtilsSuiteVersion, N);
 
 }  // namespace
