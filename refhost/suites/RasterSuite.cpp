@@ -81,18 +81,24 @@ DWErr SetRasterUsageFlag(DWArtHandle raster, DWBool flag) {
   return kDWNoErr;
 }
 
+// Planar tiles are the one layout this host does not copy.
+DWErr tileResult(const std::string& problem, const DWTile& tile) {
+  if (problem.empty()) return kDWNoErr;
+  return tile.planeBytes != 0 ? kHostNotImplemented : kHostBadParameter;
+}
+
 DWErr WriteRasterTile(DWArtHandle raster, const DWSlice* rasterSlice, const DWTile* tile, const DWSlice* tileSlice) {
   REFHOST_CALL(kDWRasterSuite, "WriteRasterTile");
   RasterData* r = rasterOf(raster);
   if (!r || !rasterSlice || !tile || !tileSlice) return kHostBadParameter;
-  return guarded([&] { return render::writeRasterTile(*r, *rasterSlice, *tile, *tileSlice).empty() ? kDWNoErr : kHostBadParameter; });
+  return guarded([&] { return tileResult(render::writeRasterTile(*r, *rasterSlice, *tile, *tileSlice), *tile); });
 }
 
 DWErr ReadRasterTile(DWArtHandle raster, const DWSlice* rasterSlice, DWTile* tile, const DWSlice* tileSlice) {
   REFHOST_CALL(kDWRasterSuite, "ReadRasterTile");
   const RasterData* r = rasterOf(raster);
   if (!r || !rasterSlice || !tile || !tileSlice) return kHostBadParameter;
-  return guarded([&] { return render::readRasterTile(*r, *rasterSlice, *tile, *tileSlice).empty() ? kDWNoErr : kHostBadParameter; });
+  return guarded([&] { return tileResult(render::readRasterTile(*r, *rasterSlice, *tile, *tileSlice), *tile); });
 }
 
 const DWRasterSuite kSuite = {GetRasterRecord, SetRasterRecord,    GetRasterMatrix, SetRasterMatrix,
