@@ -23,6 +23,16 @@ bool isNonRendering(const std::string& name) {
   return false;
 }
 
+// Unprefixed elements belong to the nearest default namespace; other vocabularies (XHTML inside
+// foreign content, editor metadata) are not SVG's business.
+bool inSvgNamespace(const pugi::xml_node& e) {
+  for (pugi::xml_node n = e; n && n.type() == pugi::node_element; n = n.parent()) {
+    const pugi::xml_attribute ns = n.attribute("xmlns");
+    if (ns) return std::strcmp(ns.value(), "http://www.w3.org/2000/svg") == 0;
+  }
+  return true;
+}
+
 bool isShape(const std::string& name) {
   return name == "path" || name == "rect" || name == "circle" || name == "ellipse" || name == "line" ||
          name == "polyline" || name == "polygon";
@@ -202,12 +212,19 @@ Art* Importer::importElement(const pugi::xml_node& e, const Context& parentCtx, 
     art = doc_->newArt(ArtKind::Group, PaintOrder::InsideOnTop, into);
     leaf = false;
     if (name == "switch") {
-      // The first child element that can be rendered stands for the whole switch.
+      // The first child whose conditions hold stands for the whole switch: no extension is
+      // supported, and English is the language.
       for (pugi::xml_node c = e.first_child(); c; c = c.next_sibling()) {
-        if (c.type() == pugi::node_element && !svgLocalName(c).empty()) {
-          importElement(c, ctx, art);
-          break;
+        if (c.type() != pugi::node_element) continue;
+        const std::string child = svgLocalName(c);
+        if (child.empty() || child == "foreignObject" || *c.attribute("requiredExtensions").value()) continue;
+        const std::string lang = c.attribute("systemLanguage").value();
+        if (!lang.empty() && lang.compare(0, 2, "en") != 0 && lang.find(",en") == std::string::npos &&
+            lang.find(", en") == std::string::npos) {
+          continue;
         }
+        importElement(c, ctx, art);
+        break;
       }
     } else {
       importChildren(e, ctx, art);
@@ -243,7 +260,7 @@ Art* Importer::importElement(const pugi::xml_node& e, const Context& parentCtx, 
     art = importText(e, ctx, into);
   } else if (name == "foreignObject") {
     warn(name, e, "foreignObject: foreign content is not supported; ignored");
-  } else {
+  } else if (inSvgNamespace(e)) {
     warn("element " + name, e, "<" + name + ">: element not supported; ignored");
   }
   if (art) finishArt(art, e, parentCtx, ctx, leaf);

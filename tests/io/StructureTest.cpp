@@ -182,6 +182,26 @@ TEST(Structure, UnsupportedContentIsWarnedOncePerKind) {
   EXPECT_EQ(r.warnings.size(), 4u);
 }
 
+TEST(Structure, SwitchTakesTheFirstChildWhoseConditionsHold) {
+  auto r = importSvg(svgDoc("<switch><foreignObject requiredExtensions='http://example.org/x'/>"
+                            "<g requiredExtensions='http://example.org/y'><rect id='no1' width='1' height='1'/></g>"
+                            "<g systemLanguage='fr'><rect id='no2' width='1' height='1'/></g>"
+                            "<g><rect id='yes' width='1' height='1'/></g><rect id='no3' width='1' height='1'/></switch>"));
+  EXPECT_NE(findArt(*r.document, "yes"), nullptr);
+  for (const char* n : {"no1", "no2", "no3"}) EXPECT_EQ(findArt(*r.document, n), nullptr) << n;
+  EXPECT_TRUE(r.warnings.empty());
+}
+
+TEST(Structure, ForeignVocabulariesAreSkippedQuietly) {
+  auto r = importSvg(svgDoc("<metadata><author xmlns='http://example.org/meta'>me</author></metadata>"
+                            "<g><div xmlns='http://www.w3.org/1999/xhtml'><p>text</p></div><rect id='r' width='1' height='1'/></g>"
+                            "<sodipodi:namedview xmlns:sodipodi='http://sodipodi.sourceforge.net/DTD/sodipodi-0.dtd'/>"
+                            "<blink/>"));
+  EXPECT_NE(findArt(*r.document, "r"), nullptr);
+  ASSERT_EQ(r.warnings.size(), 1u) << "only the unknown SVG element";
+  EXPECT_NE(r.warnings[0].find("<blink>"), std::string::npos);
+}
+
 TEST(Structure, NestedSvgIsAViewport) {
   auto r = importSvg(svgDoc("<svg x='10' y='10' width='20' height='20' viewBox='0 0 2 2'><rect id='r' width='1' height='1'/></svg>"));
   const Rect b = artBounds(*findArt(*r.document, "r"));
