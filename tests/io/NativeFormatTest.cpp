@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -166,6 +167,24 @@ TEST(NativeFormat, SavingIsAtomic) {
   EXPECT_EQ(leftovers, 0);
   std::remove(listing.c_str());
   std::remove(path.c_str());
+}
+
+TEST(NativeFormat, TheDocumentedExampleLoads) {
+  std::ifstream in(std::string(RASTERIZE_DOCS_DIR) + "/document-format.md");
+  ASSERT_TRUE(in);
+  std::stringstream ss;
+  ss << in.rdbuf();
+  const std::string md = ss.str();
+  const std::size_t start = md.find("```json\n");
+  ASSERT_NE(start, std::string::npos);
+  const std::size_t end = md.find("```", start + 8);
+  auto doc = io::documentFromJson(md.substr(start + 8, end - start - 8), "document-format.md");
+  ASSERT_EQ(doc->layerCount(), 1u);
+  const Art* badge = doc->firstLayer()->group()->firstChild();
+  EXPECT_EQ(badge->name(), "badge");
+  EXPECT_EQ(badge->pathStyle().fill, Paint::spotColor(1, 0.0));
+  EXPECT_EQ(doc->selectedArt(), (std::vector<Art*>{const_cast<Art*>(badge)}));
+  EXPECT_EQ(doc->colorMode(), ColorMode::Cmyk);
 }
 
 TEST(NativeFormat, DocumentIsReadableJson) {
