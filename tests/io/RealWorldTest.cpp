@@ -2,6 +2,7 @@
 #include "refhost/document/Equivalence.h"
 #include "refhost/io/IoError.h"
 #include "refhost/io/NativeFormat.h"
+#include "refhost/io/OpenDocument.h"
 #include "refhost/io/SvgImport.h"
 
 #include <gtest/gtest.h>
@@ -97,6 +98,15 @@ TEST(RealWorld, ExamplesLoad) {
   }
   EXPECT_GE(json, 3u);
   EXPECT_GE(files.size(), 2u);
+}
+
+TEST(RealWorld, OpenDocumentTellsFormatsApartByContent) {
+  auto svg = io::openDocument(std::string(RASTERIZE_EXAMPLES_DIR) + "/shapes.svg");
+  EXPECT_EQ(svg.document->layerCount(), 2u);
+  auto json = io::openDocument(std::string(RASTERIZE_EXAMPLES_DIR) + "/layers.json");
+  EXPECT_EQ(json.document->layerCount(), 4u);
+  EXPECT_TRUE(json.document->findLayer("Locked background")->isLocked());
+  EXPECT_THROW(io::openDocument(std::string(RASTERIZE_EXAMPLES_DIR) + "/missing.svg"), io::IoError);
 }
 
 }  // namespace
