@@ -71,10 +71,12 @@ void gatherText(const pugi::xml_node& n, std::string& out) {
   }
 }
 
-double firstNumber(const char* list, double fallback) {
-  NumberScanner scan(list);
-  auto v = scan.number();
-  return v && std::isfinite(*v) ? *v : fallback;
+// Text x and y may list one position per character; the frame starts at the first.
+double firstLength(const char* list, const LengthContext& lc, LengthAxis axis) {
+  std::string_view s = trim(list);
+  s = s.substr(0, s.find_first_of(" ,\t\n"));
+  auto v = parseLength(s, lc, axis);
+  return v ? *v : 0.0;
 }
 
 }  // namespace
@@ -246,9 +248,8 @@ Art* Importer::importText(const pugi::xml_node& e, const Context& ctx, Art* into
   if (inClipPath_) return nullptr;
   LengthContext lc = ctx.lengths;
   lc.fontSize = ctx.style.fontSize;
-  double x = firstNumber(e.attribute("x").value(), 0), y = firstNumber(e.attribute("y").value(), 0);
-  if (auto v = parseLength(std::string(e.attribute("x").value()).substr(0, std::string(e.attribute("x").value()).find_first_of(" ,")), lc, LengthAxis::X)) x = *v;
-  if (auto v = parseLength(std::string(e.attribute("y").value()).substr(0, std::string(e.attribute("y").value()).find_first_of(" ,")), lc, LengthAxis::Y)) y = *v;
+  const double x = firstLength(e.attribute("x").value(), lc, LengthAxis::X);
+  const double y = firstLength(e.attribute("y").value(), lc, LengthAxis::Y);
   countArt(e);
   Art* art = doc_->newArt(ArtKind::TextFrame, PaintOrder::InsideOnTop, into);
   TextData& t = *art->text();

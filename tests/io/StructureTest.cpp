@@ -165,6 +165,13 @@ TEST(Structure, TextBecomesATextFrame) {
   EXPECT_EQ(a->pathStyle().fill, Paint::rgb(0, 0, 1));
 }
 
+TEST(Structure, TextPositionTakesTheFirstOfAListWithUnits) {
+  auto r = importSvg(svgDoc("<text id='t' x='0.5in 40 50' y='2em,9'>abc</text>"));
+  const Point pos = findArt(*r.document, "t")->text()->position(), want = docPoint(48, 32);
+  EXPECT_NEAR(pos.x, want.x, 1e-9);
+  EXPECT_NEAR(pos.y, want.y, 1e-9);
+}
+
 TEST(Structure, UnsupportedContentIsWarnedOncePerKind) {
   auto r = importSvg(svgDoc("<defs><mask id='m'/><mask id='m2'/><pattern id='p'/><filter id='f'/><marker id='k'/></defs>"
                             "<rect width='1' height='1' mask='url(#m)' filter='url(#f)'/>"
