@@ -1,5 +1,6 @@
 #pragma once
 #include "host/messages.h"
+#include "settings/RasterizeSettings.h"
 
 namespace dw {
 
@@ -30,5 +31,10 @@ DWErr GoLive(LiveEffectGoMessage& message);
 DWErr InterpolateParameters(LiveEffectInterpParamMessage& message);
 DWErr GetConversionParameters(LiveEffectGetConversionParamsMessage& message);
 DWErr ConvertColorSpace(LiveEffectConvertColorMessage& message);
+
+// Renders one object for Go Live: the raster (clipped by the object's shapes when the settings ask
+// and the host can unite paths), grouped when the type keeps transparency. The source object is
+// deleted once its raster exists. Art with empty bounds is its own result.
+DWErr RasterizeLiveArt(const RasterizeSettings& settings, DWArtHandle art, DWArtHandle* result);
 
 }  // namespace dw

@@ -4,7 +4,7 @@
 #include "commands/ArtTree.h"
 #include "commands/CommandErrors.h"
 #include "commands/CommandMessage.h"
-#include "commands/RasterizeSuite.h"
+#include "commands/RasterizeEngine.h"
 #include "commands/RecordRasterizeAction.h"
 #include "commands/SelectionPreparation.h"
 #include "settings/ActionParameters.h"
@@ -21,15 +21,6 @@ namespace {
 bool commandSuitesHeld() {
   return gSuites.art && gSuites.artSet && gSuites.artStyle && gSuites.group && gSuites.pattern && gSuites.realMath &&
          gSuites.user && gSuites.undo && gSuites.path && gSuites.artboard && gSuites.layer;
-}
-
-using EngineEntry = decltype(DWRasterizeSuite::RasterizeArtWithPadding);
-
-// The engine through the exported table, whose entries keep exceptions inside; directly while the
-// table is not filled.
-EngineEntry rasterizeEngine() {
-  if (gGlobals->rasterizeSuite.RasterizeArtWithPadding) return gGlobals->rasterizeSuite.RasterizeArtWithPadding;
-  return RasterizeArtWithPadding;
 }
 
 // Every text the command may show while it changes the document, made before it changes anything.

@@ -50,6 +50,7 @@ struct Art {
   Art* edit = nullptr;
   int32_t meshI = 0;
   int32_t meshJ = 0;
+  int32_t blendFlag = 0;  // as the blend style suite last set it (the live effect's grouped rasters)
 
   bool selected() const { return attributes & kDWArtSelected; }
 };

@@ -285,6 +285,17 @@ const DWPatternSuite kPattern = {GetEditedPatternArt};
 DWBool IsPerspectiveArt(DWArtHandle art) { return A(art)->perspective; }
 const DWPerspectiveTransformSuite kPerspective = {IsPerspectiveArt};
 
+// ---- Blend style: only the flag the live effect sets on its rasters ----
+DWErr SetBlendFlag(DWArtHandle art, int32_t flag) {
+  FAKE_CHECK("SetBlendFlag");
+  FAKE_LIVE(art);
+  A(art)->blendFlag = flag;
+  return kDWNoErr;
+}
+uint32_t GetBlendValue(DWArtHandle) { return 0; }
+uint32_t GetDocumentBlendValue() { return 0; }
+const DWBlendStyleSuite kBlendStyle = {SetBlendFlag, GetBlendValue, GetDocumentBlendValue};
+
 // ---- Pathfinder ----
 void collectPaths(Art* art, std::vector<Art*>& paths) {
   if (art->kind == kDWPathArt) paths.push_back(art);
@@ -369,6 +380,7 @@ void installArtSuites() {
   dw::gSuites.artboard = &kArtboard;
   dw::gSuites.pattern = &kPattern;
   dw::gSuites.pathfinder = &kPathfinder;
+  dw::gSuites.blendStyle = &kBlendStyle;
 }
 
 void FakeArtHost::holdPerspectiveSuite(bool held) { dw::gSuites.perspectiveTransform = held ? &kPerspective : nullptr; }

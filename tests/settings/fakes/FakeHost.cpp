@@ -258,6 +258,19 @@ DWErr AddAttribute(DWUsageEvent event, const char* key, const char* value) {
 }
 const DWUsageDataSuite kUsage = {CreateEvent, AddAttribute};
 
+// ---- Live effect ----
+DWErr AddLiveEffect(const DWLiveEffectData*, DWLiveEffectHandle*) { return kInjected; }
+DWErr AddLiveEffectMenuItem(DWLiveEffectHandle, const char*, const DWLiveEffectMenuData*, DWMenuItemHandle*,
+                            DWMenuGroupHandle*) {
+  return kInjected;
+}
+DWErr UpdateParameters(DWLiveEffectParamContext context) {
+  if (DWErr e = host().failure("UpdateParameters")) return e;
+  host().parameterUpdates.push_back(context);
+  return kDWNoErr;
+}
+const DWLiveEffectSuite kLiveEffect = {AddLiveEffect, AddLiveEffectMenuItem, UpdateParameters};
+
 // ---- Actions ----
 DWErr NewParamDescription(DWActionParamDesc*) { return kInjected; }
 DWErr DisposeParamDescription(DWActionParamDesc) { return kInjected; }
@@ -365,6 +378,7 @@ FakeHost::FakeHost() {
   dw::gSuites.preference = &kPreferences;
   dw::gSuites.user = &kUser;
   dw::gSuites.undo = &kUndo;
+  dw::gSuites.liveEffect = &kLiveEffect;
 }
 
 FakeHost::~FakeHost() {

@@ -135,6 +135,10 @@ class FakeHost {
   bool usageCollects = true;
   std::vector<UsageEvent> usageEvents;
 
+  // Live effect suite: the parameter contexts the plug-in reported as changed ("UpdateParameters"
+  // can be made to fail). Registration is not faked here.
+  std::vector<DWLiveEffectParamContext> parameterUpdates;
+
   // Action manager.
   void holdActionSuite(bool held);
   bool recording = false;
