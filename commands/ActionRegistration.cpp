@@ -1,5 +1,5 @@
 #include "commands/Actions.h"
-#include "shell/FourCharCode.h"
+#include "settings/ActionKeys.h"
 #include "shell/HostSuites.h"
 #include "shell/PluginGlobals.h"
 #include "shell/Strings.h"
@@ -8,27 +8,7 @@ namespace dw {
 
 namespace {
 
-constexpr const char kRasterizeEvent[] = "dw_plugin_rasterize";
-constexpr const char kSettingsEvent[] = "dw_plugin_rasterEffectSettings";
-constexpr int32_t kRasterizeEventValue = 1;
-constexpr int32_t kSettingsEventValue = 0;
-
-constexpr uint32_t kColorModel = fourCharCode("colr");
-constexpr uint32_t kTypeQuality = fourCharCode("type");
-constexpr uint32_t kResolution = fourCharCode("dpi.");
-constexpr uint32_t kEffectsResolution = fourCharCode("dres");
-constexpr uint32_t kAntiAliasing = fourCharCode("ali+");
-constexpr uint32_t kBackground = fourCharCode("bkgd");
-constexpr uint32_t kAntiAlias = fourCharCode("alis");
-constexpr uint32_t kMask = fourCharCode("mask");
-constexpr uint32_t kPadding = fourCharCode("padd");
-constexpr uint32_t kPreserveSpot = fourCharCode("pspt");
-
-constexpr uint32_t kEnumerated = fourCharCode("enum");
-constexpr uint32_t kInteger = fourCharCode("long");
-constexpr uint32_t kString = fourCharCode("strn");
-constexpr uint32_t kBoolean = fourCharCode("bool");
-constexpr uint32_t kUnitReal = fourCharCode("utrl");
+using namespace actions;
 
 struct ActionParameter {
   uint32_t key;
@@ -38,26 +18,26 @@ struct ActionParameter {
 
 // 'ali+' is described twice, as a string and then as an enumeration; hosts see both rows.
 const ActionParameter kRasterizeParameters[] = {
-    {kColorModel, strings::ColorModelLabel, kEnumerated},
-    {kTypeQuality, strings::TypeQualityLabel, kEnumerated},
-    {kResolution, strings::ResolutionLabel, kInteger},
-    {kEffectsResolution, strings::ResolutionLabel, kEnumerated},
-    {kAntiAliasing, strings::AntiAliasingLabel, kString},
-    {kBackground, strings::BackgroundLabel, kEnumerated},
-    {kAntiAliasing, strings::AntiAliasingLabel, kEnumerated},
-    {kMask, strings::ClippingMaskLabel, kBoolean},
-    {kPadding, strings::PaddingLabel, kUnitReal},
-    {kPreserveSpot, strings::PreserveSpotLabel, kBoolean},
+    {KeyColorModel, strings::ColorModelLabel, TypeEnumerated},
+    {KeyTypeQuality, strings::TypeQualityLabel, TypeEnumerated},
+    {KeyResolution, strings::ResolutionLabel, TypeInteger},
+    {KeyEffectsResolution, strings::ResolutionLabel, TypeEnumerated},
+    {KeyAntiAliasing, strings::AntiAliasingLabel, TypeString},
+    {KeyBackground, strings::BackgroundLabel, TypeEnumerated},
+    {KeyAntiAliasing, strings::AntiAliasingLabel, TypeEnumerated},
+    {KeyMask, strings::ClippingMaskLabel, TypeBoolean},
+    {KeyPadding, strings::PaddingLabel, TypeUnitReal},
+    {KeyPreserveSpot, strings::PreserveSpotLabel, TypeBoolean},
 };
 
 const ActionParameter kSettingsParameters[] = {
-    {kColorModel, strings::ColorModelLabel, kEnumerated},
-    {kResolution, strings::ResolutionLabel, kInteger},
-    {kBackground, strings::BackgroundLabel, kEnumerated},
-    {kAntiAlias, strings::AntiAliasLabel, kBoolean},
-    {kMask, strings::ClippingMaskLabel, kBoolean},
-    {kPadding, strings::PaddingLabel, kUnitReal},
-    {kPreserveSpot, strings::PreserveSpotLabel, kBoolean},
+    {KeyColorModel, strings::ColorModelLabel, TypeEnumerated},
+    {KeyResolution, strings::ResolutionLabel, TypeInteger},
+    {KeyBackground, strings::BackgroundLabel, TypeEnumerated},
+    {KeyAntiAlias, strings::AntiAliasLabel, TypeBoolean},
+    {KeyMask, strings::ClippingMaskLabel, TypeBoolean},
+    {KeyPadding, strings::PaddingLabel, TypeUnitReal},
+    {KeyPreserveSpot, strings::PreserveSpotLabel, TypeBoolean},
 };
 
 // Registers one event; `described` is false when the host gave no description to fill.
@@ -94,10 +74,10 @@ DWErr RegisterActions(const MessageHeader& message) {
   const DWPluginRef plugin = gGlobals ? gGlobals->pluginRef : message.pluginRef;
 
   bool described = false;
-  result = registerEvent(kRasterizeEvent, strings::RasterizeTitle, kRasterizeEventValue, kRasterizeParameters, plugin,
+  result = registerEvent(RasterizeEvent, strings::RasterizeTitle, RasterizeEventValue, kRasterizeParameters, plugin,
                          described);
-  const DWErr settingsResult = registerEvent(kSettingsEvent, strings::DocumentSettingsTitle,
-                                             kSettingsEventValue, kSettingsParameters, plugin, described);
+  const DWErr settingsResult = registerEvent(DocumentSettingsEvent, strings::DocumentSettingsTitle,
+                                             DocumentSettingsEventValue, kSettingsParameters, plugin, described);
   return described ? settingsResult : result;
 }
 

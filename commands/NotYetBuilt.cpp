@@ -1,12 +1,9 @@
 // Handlers and suite functions whose rooms are not built yet. Each answers NotImplementedError, never
 // a false success. Whoever implements one in its own file deletes its stub here.
-#include "commands/Actions.h"
 #include "commands/RasterizeSuite.h"
 #include "shell/ErrorCodes.h"
 
 namespace dw {
-
-DWErr DoAction(DoActionMessage&) { return NotImplementedError; }
 
 DWErr RasterizeArt(DWArtSetHandle, RasterizeSettings*, const DWRealRect*, int32_t, DWArtHandle, DWArtHandle*,
                    DWRasterizeProgressProc) {
