@@ -371,6 +371,17 @@ Art* Importer::importShape(const pugi::xml_node& e, const std::string& name, con
   if (!shapeGeometry(e, name, ctx, subpaths) || subpaths.empty()) return nullptr;
   for (const Subpath& s : subpaths) pathPoints_ += s.anchors.size();
   if (pathPoints_ > options_.maxPathPoints) fail(e, "too many path points (limit " + std::to_string(options_.maxPathPoints) + ")");
+  // Coordinates that overflow in document space would poison every later computation.
+  for (const Subpath& s : subpaths) {
+    for (const PathSegment& a : s.anchors) {
+      for (Point p : {ctx.ctm.apply(a.p), ctx.ctm.apply(a.in), ctx.ctm.apply(a.out)}) {
+        if (!std::isfinite(p.x) || !std::isfinite(p.y)) {
+          warn("coordinates", e, "coordinates out of range; the shape is skipped");
+          return nullptr;
+        }
+      }
+    }
+  }
   artCount_ += subpaths.size() > 1 ? subpaths.size() : 0;
   countArt(e);
   Rect userBounds = Rect::none();

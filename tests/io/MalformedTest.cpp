@@ -120,6 +120,15 @@ TEST(Malformed, GiantPathDataIsBounded) {
   }
 }
 
+TEST(Malformed, OverflowingCoordinatesAreSkipped) {
+  auto r = testing::importSvg(testing::svgDoc("<g transform='scale(1e300)'><rect id='a' width='1e300' height='1'/></g>"
+                                              "<rect id='b' width='1' height='1'/>"));
+  EXPECT_EQ(testing::findArt(*r.document, "a"), nullptr);
+  EXPECT_NE(testing::findArt(*r.document, "b"), nullptr);
+  ASSERT_EQ(r.warnings.size(), 1u);
+  EXPECT_NE(r.warnings[0].find("out of range"), std::string::npos);
+}
+
 TEST(Malformed, MissingFileIsOneLine) {
   try {
     io::importSvgFile("/nonexistent/dir/x.svg");
