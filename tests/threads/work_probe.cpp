@@ -4,8 +4,6 @@
 #include <pthread.h>
 #endif
 
-namespace {
-
 std::size_t current_stack_bytes() {
 #if defined(__linux__)
   pthread_attr_t attributes;
@@ -18,8 +16,6 @@ std::size_t current_stack_bytes() {
   return 0;
 #endif
 }
-
-}  // namespace
 
 void probe_work::run() {
   ++runs;

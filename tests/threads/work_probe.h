@@ -7,6 +7,9 @@
 #include <thread>
 #include <vector>
 
+// The stack size of the calling thread; 0 where the platform cannot tell.
+std::size_t current_stack_bytes();
+
 // Records where and how it ran; its writes are plain, so only join makes them visible.
 struct probe_work : basic::thread_function {
   void run() override;
