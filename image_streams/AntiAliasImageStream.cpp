@@ -16,10 +16,14 @@ void accumulateBlocks(const uint8_t* row, uint32_t* sums, const uint32_t* table,
   const uint8_t* pixel = row + (table[x0] - sx0) * Channels;
   for (uint32_t x = x0; x < x0 + count; ++x, sums += Channels) {
     const uint8_t* end = row + (table[x + 1] - sx0) * Channels;
-    uint32_t sum[Channels] = {};
-    for (; pixel < end; pixel += Channels)
-      for (uint32_t k = 0; k < Channels; ++k) sum[k] += pixel[k];
-    for (uint32_t k = 0; k < Channels; ++k) sums[k] += divider[x].divide(sum[k]);
+    // One scalar sum per channel: an array of sums would be stored lane by lane and read back
+    // as a vector, which stalls.
+    for (uint32_t k = 0; k < Channels; ++k) {
+      uint32_t sum = 0;
+      for (const uint8_t* p = pixel + k; p < end; p += Channels) sum += *p;
+      sums[k] += divider[x].divide(sum);
+    }
+    pixel = end;
   }
 }
 

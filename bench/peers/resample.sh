@@ -21,6 +21,7 @@ for tool in vips convert /usr/bin/time python3; do
   command -v "$tool" >/dev/null || { echo "resample.sh: $tool is missing (scripts/install-deps bench)" >&2; exit 1; }
 done
 [[ -x "$bench" ]] || { echo "resample.sh: no streams_bench at $bench" >&2; exit 1; }
+bench="$(cd "$(dirname "$bench")" && pwd)/$(basename "$bench")"
 
 export VIPS_CONCURRENCY=1
 export MAGICK_THREAD_LIMIT=1

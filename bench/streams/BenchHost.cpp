@@ -23,6 +23,7 @@ DWErr GetRasterRecord(DWArtHandle art, DWRasterRecord* record) {
 DWErr SetRasterRecord(DWArtHandle art, const DWRasterRecord* record) {
   BenchHost::Raster& raster = rasterOf(art);
   raster.record = *record;
+  if (raster.pixels.empty()) raster.pixels.swap(gHost->spareStorage);
   raster.pixels.assign(size_t(record->byteWidth) * size_t(record->bounds.bottom - record->bounds.top), 0);
   return 0;
 }
@@ -56,13 +57,29 @@ DWErr WriteRasterTile(DWArtHandle art, const DWSlice* slice, const DWTile* tile,
   return 0;
 }
 
+// Blocks carry their size in front, so that a freed one can serve the next request of that size.
 DWErr AllocateBlock(size_t size, void** block) {
-  *block = std::malloc(size ? size : 1);
-  return *block ? 0 : 1;
+  auto& spare = gHost->spareBlocks;
+  for (auto it = spare.begin(); it != spare.end(); ++it)
+    if (it->first == size) {
+      *block = it->second;
+      spare.erase(it);
+      return 0;
+    }
+  auto* memory = static_cast<uint8_t*>(std::malloc(size + 16));
+  if (!memory) {
+    *block = nullptr;
+    return 1;
+  }
+  std::memcpy(memory, &size, sizeof size);
+  *block = memory + 16;
+  return 0;
 }
 
 DWErr DisposeBlock(void* block) {
-  std::free(block);
+  size_t size = 0;
+  std::memcpy(&size, static_cast<uint8_t*>(block) - 16, sizeof size);
+  gHost->spareBlocks.emplace_back(size, block);
   return 0;
 }
 
@@ -134,6 +151,7 @@ BenchHost::BenchHost() {
 }
 
 BenchHost::~BenchHost() {
+  for (auto& spare : spareBlocks) std::free(static_cast<uint8_t*>(spare.second) - 16);
   dw::gSuites = dw::HostSuites{};
   gHost = nullptr;
 }
@@ -159,6 +177,8 @@ DWArtHandle BenchHost::addRaster(int32_t width, int32_t height, int32_t channels
 }
 
 void BenchHost::remove(DWArtHandle art) {
+  for (auto& raster : rasters)
+    if (reinterpret_cast<DWArtHandle>(raster.get()) == art) spareStorage.swap(raster->pixels);
   rasters.erase(std::remove_if(rasters.begin(), rasters.end(),
                                [art](const std::unique_ptr<Raster>& r) { return reinterpret_cast<DWArtHandle>(r.get()) == art; }),
                 rasters.end());

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "host/all_suites.h"
@@ -8,8 +9,9 @@
 namespace streams_bench {
 
 // An in-memory host just fast enough not to hide the streams: rasters are plain row-major
-// buffers, tile transfers copy whole rows, blocks come from malloc. Installs its suites in
-// dw::gSuites for its lifetime.
+// buffers, tile transfers copy whole rows. Freed blocks and the storage of removed rasters are
+// kept for the next run, so that runs measure the streams rather than the system's page faults
+// on fresh memory. Installs its suites in dw::gSuites for its lifetime.
 class BenchHost {
  public:
   BenchHost();
@@ -26,6 +28,8 @@ class BenchHost {
     std::vector<uint8_t> pixels;
   };
   std::vector<std::unique_ptr<Raster>> rasters;
+  std::vector<uint8_t> spareStorage;
+  std::vector<std::pair<size_t, void*>> spareBlocks;
 };
 
 }  // namespace streams_bench
