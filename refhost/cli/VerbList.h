@@ -2,4 +2,5 @@
 //   void function(CLI::App& app, refhost::cli::Tool& tool);
 // which adds its subcommand to `app`. Order here is the order in --help.
 REFHOST_VERB(addExportVerb)
+REFHOST_VERB(addInfoVerb)
 REFHOST_VERB(addPluginInfoVerb)
