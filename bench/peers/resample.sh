@@ -17,7 +17,7 @@ bench="${1:-$root/build/bench/streams/streams_bench}"
 work="${2:-/tmp/rasterize-peers}"
 runs="${RUNS:-3}"
 
-for tool in vips convert /usr/bin/time python3; do
+for tool in vips convert /usr/bin/time python3 awk; do
   command -v "$tool" >/dev/null || { echo "resample.sh: $tool is missing (scripts/install-deps bench)" >&2; exit 1; }
 done
 [[ -x "$bench" ]] || { echo "resample.sh: no streams_bench at $bench" >&2; exit 1; }
@@ -39,21 +39,19 @@ if [[ ! -f src.v || ! -f src.ppm ]]; then
   rm -f noise.v gray.v
 fi
 
-# Best user + system CPU seconds (and the real seconds of that run) of a command over $runs runs.
+# The run with the least user + system CPU of $runs runs: "user system real" seconds.
 best() {
-  local best_cpu="" best_real=""
+  local best_line="" best_cpu=""
   for ((i = 0; i < runs; ++i)); do
-    local line
+    local line cpu
     line=$(/usr/bin/time -f "%U %S %e" "$@" 2>&1 >/dev/null | tail -1)
-    read -r user sys real <<<"$line"
-    local cpu
-    cpu=$(python3 -c "print(f'{$user + $sys:.3f}')")
-    if [[ -z "$best_cpu" ]] || python3 -c "import sys; sys.exit(0 if $cpu < $best_cpu else 1)"; then
+    cpu=$(awk '{ print $1 + $2 }' <<<"$line")
+    if [[ -z "$best_cpu" ]] || awk -v a="$cpu" -v b="$best_cpu" 'BEGIN { exit !(a < b) }'; then
       best_cpu=$cpu
-      best_real=$real
+      best_line=$line
     fi
   done
-  echo "$best_cpu $best_real"
+  echo "$best_line"
 }
 
 declare -a names commands
@@ -90,8 +88,8 @@ PY
 declare -A ours
 while read -r method seconds; do ours[$method]=$seconds; done <ours.txt
 
-echo "| ours | CPU s | peer | peer CPU s (real s) | peer / ours |"
-echo "|---|---:|---|---:|---:|"
+echo "| ours | our CPU s | peer (one thread) | user s | system s | real s | (user + system) / ours | user / ours |"
+echo "|---|---:|---|---:|---:|---:|---:|---:|"
 pair() {
   case "$1" in
     *cubic* | *Catrom* | *linear* | *Triangle*) echo bicubic ;;
@@ -100,14 +98,14 @@ pair() {
   esac
 }
 for index in "${!names[@]}"; do
-  read -r cpu real <<<"$(best ${commands[$index]})"
+  read -r user sys real <<<"$(best ${commands[$index]})"
   name="${names[$index]}"
   if [[ "$name" == reference:* ]]; then
-    echo "| | | $name | $cpu ($real) | |"
+    echo "| | | $name | $user | $sys | $real | | |"
   else
     mine=$(pair "$name")
-    ratio=$(python3 -c "print(f'{$cpu / ${ours[$mine]}:.2f}')")
-    echo "| $mine | ${ours[$mine]} | \`$name\` | $cpu ($real) | $ratio |"
+    ratios=$(awk -v u="$user" -v s="$sys" -v o="${ours[$mine]}" 'BEGIN { printf "%.2f | %.2f", (u + s) / o, u / o }')
+    echo "| $mine | ${ours[$mine]} | \`$name\` | $user | $sys | $real | $ratios |"
   fi
 done
 rm -f out.v out.ppm
