@@ -81,7 +81,8 @@ const assure_case cases[] = {
     {"os_thread_joined_unstarted", "basic_thread_base.cpp", "thread_base::join", "_thread != 0",
      [] { basic::detail::thread_base(stack).join(); }},
     {"os_thread_wait_fails", "basic_thread_base.cpp", "thread_base::join",
-     "WaitForSingleObject(_thread, INFINITE) == WAIT_OBJECT_0", [] { os_thread(idle, call::wait); }},
+     "WaitForSingleObject(_thread, INFINITE) == WAIT_OBJECT_0",
+     [] { os_thread(idle, call::wait); }},
     {"os_thread_close_fails", "basic_thread_base.cpp", "thread_base::join",
      "CloseHandle(_thread) != 0", [] { os_thread(idle, call::close_handle); }},
     {"exception_leaves_os_thread", "basic_thread_base.cpp", "thread_base::entry",
@@ -115,8 +116,8 @@ const assure_case cases[] = {
        dw_platform_fail_next(call::release_semaphore);
        empty->post();
      }},
-    {"kernel_semaphore_negative", "basic_kernel_semaphore.cpp", "kernel_semaphore::kernel_semaphore",
-     "value >= 0", [] { basic::kernel_semaphore(-1); }},
+    {"kernel_semaphore_negative", "basic_kernel_semaphore.cpp",
+     "kernel_semaphore::kernel_semaphore", "value >= 0", [] { basic::kernel_semaphore(-1); }},
     {"kernel_semaphore_not_created", "basic_kernel_semaphore.cpp",
      "kernel_semaphore::kernel_semaphore", "_semaphore != 0",
      [] {

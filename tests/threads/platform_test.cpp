@@ -66,7 +66,8 @@ TEST(platform_thread, handle_is_signalled_when_the_thread_ends) {
   for (const unsigned requested : {0u, 1u, 48u * 1024, 512u * 1024}) {
     gated_start start;
     unsigned id = 0;
-    auto thread = reinterpret_cast<HANDLE>(_beginthreadex(nullptr, requested, gated_thread, &start, 0, &id));
+    auto thread = reinterpret_cast<HANDLE>(
+        _beginthreadex(nullptr, requested, gated_thread, &start, 0, &id));
     ASSERT_NE(thread, nullptr) << requested;
     EXPECT_NE(id, 0u);
     EXPECT_EQ(WaitForSingleObject(thread, 20), WAIT_TIMEOUT) << requested;
@@ -82,7 +83,8 @@ TEST(platform_thread, handle_is_signalled_when_the_thread_ends) {
   }
   // Closing the handle of a running thread lets it run to its end.
   gated_start start;
-  auto thread = reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, gated_thread, &start, 0, nullptr));
+  auto thread =
+      reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, gated_thread, &start, 0, nullptr));
   EXPECT_TRUE(CloseHandle(thread));
   ReleaseSemaphore(start.gate, 1, nullptr);
   while (!start.ran) std::this_thread::yield();

@@ -23,7 +23,8 @@ std::string probe_under(const std::vector<int>& cpus) {
     CPU_ZERO(&set);
     for (int cpu : cpus) CPU_SET(cpu, &set);
     dup2(out[1], STDOUT_FILENO);
-    if (sched_setaffinity(0, sizeof(set), &set) == 0) execl(SPIN_COUNT_PROBE, SPIN_COUNT_PROBE, nullptr);
+    if (sched_setaffinity(0, sizeof(set), &set) == 0)
+      execl(SPIN_COUNT_PROBE, SPIN_COUNT_PROBE, nullptr);
     _exit(127);
   }
   close(out[1]);

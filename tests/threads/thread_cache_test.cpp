@@ -18,7 +18,8 @@ constexpr std::uint32_t KiB = 1024;
 
 std::vector<std::uint32_t> idle_sizes() {
   std::vector<std::uint32_t> sizes;
-  for (const auto* worker : thread_cache::instance().idle_workers()) sizes.push_back(worker->stack_size());
+  for (const auto* worker : thread_cache::instance().idle_workers())
+    sizes.push_back(worker->stack_size());
   return sizes;
 }
 

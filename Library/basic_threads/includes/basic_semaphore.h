@@ -14,7 +14,7 @@ namespace basic {
 // that any thread may unlock.
 class semaphore {
  public:
-  semaphore(std::int32_t value, std::uint32_t spin);
+  semaphore(std::int32_t value, std::uint32_t spin_rounds);
   ~semaphore();
   semaphore(const semaphore&) = delete;
   semaphore& operator=(const semaphore&) = delete;

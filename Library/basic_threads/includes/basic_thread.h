@@ -20,7 +20,7 @@ class thread {
   // worker. A fixed size lets such handles share workers like any other.
   static constexpr std::uint32_t default_stack_size = 1024 * 1024;
 
-  explicit thread(std::uint32_t stack_size);
+  explicit thread(std::uint32_t requested_stack_size);
   ~thread();
   thread(const thread&) = delete;
   thread& operator=(const thread&) = delete;

@@ -11,7 +11,7 @@ namespace detail {
 // One OS thread that runs one function; the pool's workers each embed one.
 class thread_base {
  public:
-  explicit thread_base(std::uint32_t stack_size);
+  explicit thread_base(std::uint32_t os_stack_size);
   thread_base(const thread_base&) = delete;
   thread_base& operator=(const thread_base&) = delete;
 

@@ -16,7 +16,7 @@ namespace detail {
 class thread_function_base final : public thread_function {
  public:
   // Returns once the worker's thread is running.
-  explicit thread_function_base(std::uint32_t stack_size);
+  explicit thread_function_base(std::uint32_t worker_stack_size);
   // Ends the loop and joins the thread; the worker must be idle.
   ~thread_function_base() override;
 

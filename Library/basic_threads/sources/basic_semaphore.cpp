@@ -4,8 +4,8 @@
 
 namespace basic {
 
-semaphore::semaphore(std::int32_t value, std::uint32_t spin)
-    : _value(value), spin(spin), _semaphore(nullptr) {
+semaphore::semaphore(std::int32_t value, std::uint32_t spin_rounds)
+    : _value(value), spin(spin_rounds), _semaphore(nullptr) {
   BASIC_ASSURE(_value >= 0);
   // The kernel count is the number of blocked waiters allowed to leave, so it starts at 0.
   _semaphore = CreateSemaphoreW(nullptr, 0, 0x7FFFFFFF, nullptr);

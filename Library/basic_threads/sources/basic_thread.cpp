@@ -5,8 +5,8 @@
 
 namespace basic {
 
-thread::thread(std::uint32_t stack_size)
-    : stack_size(stack_size == 0 ? default_stack_size : stack_size),
+thread::thread(std::uint32_t requested_stack_size)
+    : stack_size(requested_stack_size == 0 ? default_stack_size : requested_stack_size),
       _acquired(true),
       _function(nullptr),
       worker(nullptr) {}

@@ -19,8 +19,8 @@ struct start_block {
 
 }  // namespace
 
-thread_base::thread_base(std::uint32_t stack_size)
-    : stack_size(stack_size), _thread(nullptr), _function(nullptr) {}
+thread_base::thread_base(std::uint32_t os_stack_size)
+    : stack_size(os_stack_size), _thread(nullptr), _function(nullptr) {}
 
 void thread_base::set_function(thread_function* function) {
   BASIC_ASSURE(_thread == 0);

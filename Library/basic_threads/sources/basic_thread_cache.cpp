@@ -63,7 +63,8 @@ void thread_cache::clear() {
 std::vector<const thread_function_base*> thread_cache::idle_workers() {
   std::vector<const thread_function_base*> workers;
   semaphore_lock lock(_mutex, true);
-  for (auto* at = _idle_workers.first(); at != nullptr; at = at->next[0]) workers.push_back(at->item);
+  for (auto* at = _idle_workers.first(); at != nullptr; at = at->next[0])
+    workers.push_back(at->item);
   return workers;
 }
 

@@ -6,14 +6,14 @@
 namespace basic {
 namespace detail {
 
-thread_function_base::thread_function_base(std::uint32_t stack_size)
+thread_function_base::thread_function_base(std::uint32_t worker_stack_size)
     : start_signal(0, spin_count()),
       _function(nullptr),
       quit(false),
       done_signal(0),
-      os_thread(stack_size) {
+      os_thread(worker_stack_size) {
   pool_links.item = this;
-  pool_links.key = stack_size;
+  pool_links.key = worker_stack_size;
   os_thread.set_function(this);
   os_thread.start();
 }

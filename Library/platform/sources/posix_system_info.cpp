@@ -81,7 +81,7 @@ BOOL GlobalMemoryStatusEx(LPMEMORYSTATUSEX status) {
 DWORD GetTickCount() {
   timespec now{};
   clock_gettime(CLOCK_MONOTONIC, &now);
-  const std::uint64_t milliseconds =
-      static_cast<std::uint64_t>(now.tv_sec) * 1000u + static_cast<std::uint64_t>(now.tv_nsec) / 1000000u;
+  const std::uint64_t milliseconds = static_cast<std::uint64_t>(now.tv_sec) * 1000u +
+                                     static_cast<std::uint64_t>(now.tv_nsec) / 1000000u;
   return static_cast<DWORD>(milliseconds);  // wraps after 49.7 days, as on Windows
 }
