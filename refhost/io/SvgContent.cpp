@@ -151,8 +151,8 @@ Art* Importer::importUse(const pugi::xml_node& e, const Context& ctx, Art* into)
     countArt(e);
     art = doc_->newArt(ArtKind::SymbolInstance, PaintOrder::InsideOnTop, into);
     art->symbolInstance()->symbol = symbol;
-    // Content was placed by toPoints (and the symbol's own transform, which the viewport replaces
-    // for the instance); the instance maps definition space back through toPoints.
+    // The definition holds toPoints * (the symbol's own transform) * content; the instance undoes
+    // toPoints and places the symbol's viewport at the use's position.
     art->symbolInstance()->matrix = at.ctm * viewport * toPoints.inverted();
   } else {
     // Any other element is expanded in place, inheriting from the use element.
@@ -160,7 +160,7 @@ Art* Importer::importUse(const pugi::xml_node& e, const Context& ctx, Art* into)
     art = doc_->newArt(ArtKind::Group, PaintOrder::InsideOnTop, into);
     Context inner = at;
     inner.depth = ctx.depth + 1;
-    if (kind == "svg" || kind == "g" || !kind.empty()) importElement(target, inner, art);
+    if (!kind.empty()) importElement(target, inner, art);
   }
   useStack_.pop_back();
   return art;
