@@ -27,9 +27,8 @@ void accumulateBlocks(const uint8_t* row, uint32_t* sums, const uint32_t* table,
   }
 }
 
-void accumulateBlocksAnyChannels(const uint8_t* row, uint32_t* sums, const uint32_t* table,
-                                 const ExactDivider* divider, uint32_t x0, uint32_t count, uint32_t sx0,
-                                 uint32_t channels) {
+void accumulateBlocksAnyChannels(const uint8_t* row, uint32_t* sums, const uint32_t* table, const ExactDivider* divider,
+                                 uint32_t x0, uint32_t count, uint32_t sx0, uint32_t channels) {
   for (uint32_t k = 0; k < channels; ++k) {
     for (uint32_t x = x0; x < x0 + count; ++x) {
       uint32_t sum = 0;
@@ -49,8 +48,8 @@ uint32_t AntiAliasImageStream::columnsWanted(const ImageBandRequest& request) co
 
 bool AntiAliasImageStream::Prepare(const ImageBandRequest& request) {
   // Sums and block widths must stay inside the exact range of ExactDivider.
-  if (sourceWidth == 0 || sourceHeight == 0 || destinationWidth == 0 || destinationHeight == 0 ||
-      bytesPerPixel == 0 || sourceWidth > ExactDivider::maxDivisor || sourceHeight > ExactDivider::maxDivisor ||
+  if (sourceWidth == 0 || sourceHeight == 0 || destinationWidth == 0 || destinationHeight == 0 || bytesPerPixel == 0 ||
+      sourceWidth > ExactDivider::maxDivisor || sourceHeight > ExactDivider::maxDivisor ||
       destinationWidth > sourceWidth || destinationHeight > sourceHeight)
     return false;
   channels = bytesPerPixel;
@@ -68,8 +67,7 @@ bool AntiAliasImageStream::Prepare(const ImageBandRequest& request) {
   columnTable[destinationWidth] = sourceWidth;
   for (uint32_t j = 0; j < destinationHeight; ++j) rowTable[j] = uint32_t(j * ratioY);
   rowTable[destinationHeight] = sourceHeight;
-  for (uint32_t i = 0; i < destinationWidth; ++i)
-    columnDivider[i] = ExactDivider(columnTable[i + 1] - columnTable[i]);
+  for (uint32_t i = 0; i < destinationWidth; ++i) columnDivider[i] = ExactDivider(columnTable[i + 1] - columnTable[i]);
 
   const uint64_t bytesPerSourceRow = uint64_t(channels) * columnsWanted(request);
   const uint64_t rowsWanted = std::min<uint64_t>(uint64_t(request.rows * ratioY) + 1, sourceHeight);
@@ -105,8 +103,8 @@ bool AntiAliasImageStream::ProduceBand(const ImageBandRequest& request) {
   for (uint32_t y = y0; y < y0 + request.rows; ++y, output += request.rowBytes) {
     std::fill_n(accumulator.get(), destinationRowValues, 0u);
     for (uint32_t r = rowTable[y]; r < rowTable[y + 1]; ++r)
-      AccumulateRow(scratch.data() + size_t(r - sy0) * sourceRowBytes + size_t(sx0) * channels, accumulator.get(),
-                    x0, count, sx0);
+      AccumulateRow(scratch.data() + size_t(r - sy0) * sourceRowBytes + size_t(sx0) * channels, accumulator.get(), x0,
+                    count, sx0);
     NormalizeRow(accumulator.get(), output, count, rowTable[y + 1] - rowTable[y]);
   }
   return true;
@@ -119,12 +117,24 @@ void AntiAliasImageStream::AccumulateRow(const uint8_t* sourceRow, uint32_t* sum
   const uint32_t* table = columnTable.get();
   const ExactDivider* divider = columnDivider.get();
   switch (channels) {
-    case 1: accumulateBlocks<1>(row, sums, table, divider, x0, count, 0); break;
-    case 2: accumulateBlocks<2>(row, sums, table, divider, x0, count, 0); break;
-    case 3: accumulateBlocks<3>(row, sums, table, divider, x0, count, 0); break;
-    case 4: accumulateBlocks<4>(row, sums, table, divider, x0, count, 0); break;
-    case 5: accumulateBlocks<5>(row, sums, table, divider, x0, count, 0); break;
-    default: accumulateBlocksAnyChannels(row, sums, table, divider, x0, count, 0, channels); break;
+    case 1:
+      accumulateBlocks<1>(row, sums, table, divider, x0, count, 0);
+      break;
+    case 2:
+      accumulateBlocks<2>(row, sums, table, divider, x0, count, 0);
+      break;
+    case 3:
+      accumulateBlocks<3>(row, sums, table, divider, x0, count, 0);
+      break;
+    case 4:
+      accumulateBlocks<4>(row, sums, table, divider, x0, count, 0);
+      break;
+    case 5:
+      accumulateBlocks<5>(row, sums, table, divider, x0, count, 0);
+      break;
+    default:
+      accumulateBlocksAnyChannels(row, sums, table, divider, x0, count, 0, channels);
+      break;
   }
 }
 

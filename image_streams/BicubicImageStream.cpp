@@ -12,8 +12,8 @@ namespace dw {
 BicubicImageStream::~BicubicImageStream() { BicubicImageStream::Finish(); }
 
 bool BicubicImageStream::Prepare(const ImageBandRequest&) {
-  if (sourceWidth == 0 || sourceHeight == 0 || destinationWidth == 0 || destinationHeight == 0 ||
-      bytesPerPixel == 0 || bytesPerPixel > HorizontalResampler::maxChannels)
+  if (sourceWidth == 0 || sourceHeight == 0 || destinationWidth == 0 || destinationHeight == 0 || bytesPerPixel == 0 ||
+      bytesPerPixel > HorizontalResampler::maxChannels)
     return false;
   channels = bytesPerPixel;
   sourceRowBytes = channels * sourceWidth;
@@ -61,8 +61,8 @@ bool BicubicImageStream::refill() {
   // Callers never read past the last source row.
   if (rows == 0) return false;
   readCursor = at;
-  ImageBandRequest fetch{sourceBand.data() + size_t(at) * sourceRowBytes, rowsLoaded, 0, sourceWidth, rows,
-                         sourceRowBytes, 0};
+  ImageBandRequest fetch{
+      sourceBand.data() + size_t(at) * sourceRowBytes, rowsLoaded, 0, sourceWidth, rows, sourceRowBytes, 0};
   if (FetchSourceRows(fetch) != kDWNoErr) return false;
   bandFirstRow = rowsLoaded;
   rowsLoaded += rows;

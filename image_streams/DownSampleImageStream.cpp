@@ -61,12 +61,24 @@ void DownSampleImageStream::CopyRow(const uint8_t* row, uint8_t* output, uint32_
   const uint32_t* offset = columnTable.get() + start;
   const uint8_t* base = row - offset[0];  // row holds the pixel of column start
   switch (channels) {
-    case 1: copyPixels<1>(base, output, offset, count); break;
-    case 2: copyPixels<2>(base, output, offset, count); break;
-    case 3: copyPixels<3>(base, output, offset, count); break;
-    case 4: copyPixels<4>(base, output, offset, count); break;
-    case 5: copyPixels<5>(base, output, offset, count); break;
-    default: copyPixelsAnyChannels(base, output, offset, count, channels); break;
+    case 1:
+      copyPixels<1>(base, output, offset, count);
+      break;
+    case 2:
+      copyPixels<2>(base, output, offset, count);
+      break;
+    case 3:
+      copyPixels<3>(base, output, offset, count);
+      break;
+    case 4:
+      copyPixels<4>(base, output, offset, count);
+      break;
+    case 5:
+      copyPixels<5>(base, output, offset, count);
+      break;
+    default:
+      copyPixelsAnyChannels(base, output, offset, count, channels);
+      break;
   }
 }
 

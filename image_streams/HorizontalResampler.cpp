@@ -54,25 +54,39 @@ void filterRow(const HorizontalResampler& h, const uint8_t* row) {
 template <int32_t Taps>
 HorizontalResampler::RowFunction rowFunctionFor(uint32_t channels) {
   switch (channels) {
-    case 1: return filterRow<Taps, 1>;
-    case 2: return filterRow<Taps, 2>;
-    case 3: return filterRow<Taps, 3>;
-    case 4: return filterRow<Taps, 4>;
-    case 5: return filterRow<Taps, 5>;
-    default: return filterRow<Taps, 0>;
+    case 1:
+      return filterRow<Taps, 1>;
+    case 2:
+      return filterRow<Taps, 2>;
+    case 3:
+      return filterRow<Taps, 3>;
+    case 4:
+      return filterRow<Taps, 4>;
+    case 5:
+      return filterRow<Taps, 5>;
+    default:
+      return filterRow<Taps, 0>;
   }
 }
 
 HorizontalResampler::RowFunction chooseRowFunction(int32_t taps, uint32_t channels) {
   switch (taps) {
-    case 2: return rowFunctionFor<2>(channels);
-    case 3: return rowFunctionFor<3>(channels);
-    case 4: return rowFunctionFor<4>(channels);
-    case 5: return rowFunctionFor<5>(channels);
-    case 6: return rowFunctionFor<6>(channels);
-    case 7: return rowFunctionFor<7>(channels);
-    case 8: return rowFunctionFor<8>(channels);
-    default: return nullptr;
+    case 2:
+      return rowFunctionFor<2>(channels);
+    case 3:
+      return rowFunctionFor<3>(channels);
+    case 4:
+      return rowFunctionFor<4>(channels);
+    case 5:
+      return rowFunctionFor<5>(channels);
+    case 6:
+      return rowFunctionFor<6>(channels);
+    case 7:
+      return rowFunctionFor<7>(channels);
+    case 8:
+      return rowFunctionFor<8>(channels);
+    default:
+      return nullptr;
   }
 }
 

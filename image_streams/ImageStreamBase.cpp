@@ -64,8 +64,12 @@ DWErr ImageStreamBase::FetchSourceRows(const ImageBandRequest& request) {
     if (result == kDWNoErr) {
       const uint32_t pixelBytes = uint32_t(record.bitsPerPixel) / 8;
       const uint32_t width = uint32_t(record.bounds.right - record.bounds.left);
-      DWSlice rasterSlice{int32_t(request.firstRow), record.bounds.left, int32_t(request.firstRow + request.rows),
-                          record.bounds.right, 0, int32_t(pixelBytes)};
+      DWSlice rasterSlice{int32_t(request.firstRow),
+                          record.bounds.left,
+                          int32_t(request.firstRow + request.rows),
+                          record.bounds.right,
+                          0,
+                          int32_t(pixelBytes)};
       DWTile tile = tileOver(request.buffer, request.rows, width, request.rowBytes, pixelBytes);
       const DWSlice tileSlice = tile.bounds;
       result = gSuites.raster->ReadRasterTile(source, &rasterSlice, &tile, &tileSlice);

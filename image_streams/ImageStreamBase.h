@@ -18,8 +18,8 @@ class ImageStreamBase {
   ImageStreamBase& operator=(const ImageStreamBase&) = delete;
 
   // Set by the owner before the first Run; bytesPerPixel counts all channels of both images.
-  void SetSizes(uint32_t sourceWidth, uint32_t sourceHeight, uint32_t destinationWidth,
-                uint32_t destinationHeight, uint32_t bytesPerPixel);
+  void SetSizes(uint32_t sourceWidth, uint32_t sourceHeight, uint32_t destinationWidth, uint32_t destinationHeight,
+                uint32_t bytesPerPixel);
 
   // Working memory and tables for the request; false when memory is not available.
   virtual bool Prepare(const ImageBandRequest& request) = 0;
@@ -34,8 +34,7 @@ class ImageStreamBase {
   // Whole source rows request.firstRow .. + rows - 1 into request.buffer at request.rowBytes.
   DWErr FetchSourceRows(const ImageBandRequest& request);
   // Destination rows bandIndex * bandRows onward, as many as the band really has.
-  DWErr WriteBand(uint32_t bandIndex, uint32_t bandRows, uint32_t columns, uint32_t rowBytes,
-                  const uint8_t* data);
+  DWErr WriteBand(uint32_t bandIndex, uint32_t bandRows, uint32_t columns, uint32_t rowBytes, const uint8_t* data);
 
   // The host's code behind the latest failed read or write; 0 when none failed.
   DWErr LastHostError() const { return hostError; }

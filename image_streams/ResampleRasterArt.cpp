@@ -5,13 +5,13 @@
 #include <memory>
 #include <new>
 
+#include "commands/RasterizeSuite.h"
 #include "image_streams/AlignedRowBytes.h"
 #include "image_streams/AntiAliasImageStream.h"
 #include "image_streams/BicubicImageStream.h"
 #include "image_streams/DownSampleImageStream.h"
 #include "image_streams/HostBlock.h"
 #include "image_streams/MemoryBudget.h"
-#include "commands/RasterizeSuite.h"
 #include "shell/ErrorCodes.h"
 #include "shell/HostSuites.h"
 
@@ -23,9 +23,12 @@ constexpr uint32_t smallestOutputBuffer = 65536;
 
 std::unique_ptr<ImageStreamBase> makeStream(int32_t method, DWArtHandle& source, DWArtHandle& destination) {
   switch (method) {
-    case ResampleAverage: return std::unique_ptr<ImageStreamBase>(new (std::nothrow) AntiAliasImageStream(source, destination));
-    case ResampleBicubic: return std::unique_ptr<ImageStreamBase>(new (std::nothrow) BicubicImageStream(source, destination));
-    default: return std::unique_ptr<ImageStreamBase>(new (std::nothrow) DownSampleImageStream(source, destination));
+    case ResampleAverage:
+      return std::unique_ptr<ImageStreamBase>(new (std::nothrow) AntiAliasImageStream(source, destination));
+    case ResampleBicubic:
+      return std::unique_ptr<ImageStreamBase>(new (std::nothrow) BicubicImageStream(source, destination));
+    default:
+      return std::unique_ptr<ImageStreamBase>(new (std::nothrow) DownSampleImageStream(source, destination));
   }
 }
 

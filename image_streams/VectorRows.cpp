@@ -23,14 +23,16 @@ inline void storeFour(uint8_t* to, __m128i bytes) {
 // Four 32-bit sums to four clamped samples: the same rounding, shift and clamp as
 // fixedPointToSample, the clamp done by the saturating packs.
 inline __m128i toSamples(__m128i sums) {
-  const __m128i rounded = _mm_srai_epi32(_mm_add_epi32(sums, _mm_set1_epi32(resampleWeightOne >> 1)), resampleWeightBits);
+  const __m128i rounded =
+      _mm_srai_epi32(_mm_add_epi32(sums, _mm_set1_epi32(resampleWeightOne >> 1)), resampleWeightBits);
   const __m128i words = _mm_packs_epi32(rounded, rounded);
   return _mm_packus_epi16(words, words);
 }
 
 // Eight taps of one plane against one phase's padded weights: four partial sums.
 inline __m128i tapProducts(const uint8_t* plane, const int16_t* weights) {
-  const __m128i pixels = _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(plane)), _mm_setzero_si128());
+  const __m128i pixels =
+      _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(plane)), _mm_setzero_si128());
   return _mm_madd_epi16(pixels, _mm_loadu_si128(reinterpret_cast<const __m128i*>(weights)));
 }
 
@@ -107,8 +109,10 @@ void verticalRow(const VerticalResampler& v, uint8_t* output) {
         low = _mm_add_epi32(low, _mm_madd_epi16(_mm_unpacklo_epi16(a, b), weightPair[p]));
         high = _mm_add_epi32(high, _mm_madd_epi16(_mm_unpackhi_epi16(a, b), weightPair[p]));
       }
-      const __m128i roundedLow = _mm_srai_epi32(_mm_add_epi32(low, _mm_set1_epi32(resampleWeightOne >> 1)), resampleWeightBits);
-      const __m128i roundedHigh = _mm_srai_epi32(_mm_add_epi32(high, _mm_set1_epi32(resampleWeightOne >> 1)), resampleWeightBits);
+      const __m128i roundedLow =
+          _mm_srai_epi32(_mm_add_epi32(low, _mm_set1_epi32(resampleWeightOne >> 1)), resampleWeightBits);
+      const __m128i roundedHigh =
+          _mm_srai_epi32(_mm_add_epi32(high, _mm_set1_epi32(resampleWeightOne >> 1)), resampleWeightBits);
       const __m128i words = _mm_packs_epi32(roundedLow, roundedHigh);
       alignas(16) uint8_t samples[16];
       _mm_store_si128(reinterpret_cast<__m128i*>(samples), _mm_packus_epi16(words, words));
@@ -126,23 +130,35 @@ void verticalRow(const VerticalResampler& v, uint8_t* output) {
 
 HorizontalResampler::RowFunction vectorHorizontalRow(uint32_t channels) {
   switch (channels) {
-    case 1: return horizontalRow<1>;
-    case 3: return horizontalRow<3>;
-    case 4: return horizontalRow<4>;
-    default: return horizontalRow<0>;
+    case 1:
+      return horizontalRow<1>;
+    case 3:
+      return horizontalRow<3>;
+    case 4:
+      return horizontalRow<4>;
+    default:
+      return horizontalRow<0>;
   }
 }
 
 VerticalResampler::RowFunction vectorVerticalRow(int32_t taps) {
   switch (taps) {
-    case 2: return verticalRow<2>;
-    case 3: return verticalRow<3>;
-    case 4: return verticalRow<4>;
-    case 5: return verticalRow<5>;
-    case 6: return verticalRow<6>;
-    case 7: return verticalRow<7>;
-    case 8: return verticalRow<8>;
-    default: return nullptr;
+    case 2:
+      return verticalRow<2>;
+    case 3:
+      return verticalRow<3>;
+    case 4:
+      return verticalRow<4>;
+    case 5:
+      return verticalRow<5>;
+    case 6:
+      return verticalRow<6>;
+    case 7:
+      return verticalRow<7>;
+    case 8:
+      return verticalRow<8>;
+    default:
+      return nullptr;
   }
 }
 

@@ -31,25 +31,39 @@ void filterRowWith(const VerticalResampler& v, uint8_t* output) {
 template <int32_t Taps>
 VerticalResampler::RowFunction rowFunctionFor(uint32_t channels) {
   switch (channels) {
-    case 1: return filterRowWith<Taps, 1>;
-    case 2: return filterRowWith<Taps, 2>;
-    case 3: return filterRowWith<Taps, 3>;
-    case 4: return filterRowWith<Taps, 4>;
-    case 5: return filterRowWith<Taps, 5>;
-    default: return filterRowWith<Taps, 0>;
+    case 1:
+      return filterRowWith<Taps, 1>;
+    case 2:
+      return filterRowWith<Taps, 2>;
+    case 3:
+      return filterRowWith<Taps, 3>;
+    case 4:
+      return filterRowWith<Taps, 4>;
+    case 5:
+      return filterRowWith<Taps, 5>;
+    default:
+      return filterRowWith<Taps, 0>;
   }
 }
 
 VerticalResampler::RowFunction chooseRowFunction(int32_t taps, uint32_t channels) {
   switch (taps) {
-    case 2: return rowFunctionFor<2>(channels);
-    case 3: return rowFunctionFor<3>(channels);
-    case 4: return rowFunctionFor<4>(channels);
-    case 5: return rowFunctionFor<5>(channels);
-    case 6: return rowFunctionFor<6>(channels);
-    case 7: return rowFunctionFor<7>(channels);
-    case 8: return rowFunctionFor<8>(channels);
-    default: return nullptr;
+    case 2:
+      return rowFunctionFor<2>(channels);
+    case 3:
+      return rowFunctionFor<3>(channels);
+    case 4:
+      return rowFunctionFor<4>(channels);
+    case 5:
+      return rowFunctionFor<5>(channels);
+    case 6:
+      return rowFunctionFor<6>(channels);
+    case 7:
+      return rowFunctionFor<7>(channels);
+    case 8:
+      return rowFunctionFor<8>(channels);
+    default:
+      return nullptr;
   }
 }
 

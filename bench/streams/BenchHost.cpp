@@ -44,7 +44,8 @@ DWErr ReadRasterTile(DWArtHandle art, const DWSlice* slice, DWTile* tile, const 
   const size_t bytes = size_t(slice->right - slice->left) * size_t(tile->colBytes);
   for (int32_t y = slice->top; y < slice->bottom; ++y)
     std::memcpy(static_cast<uint8_t*>(tile->data) + size_t(y - slice->top + tileSlice->top) * tile->rowBytes,
-                raster.pixels.data() + size_t(y) * raster.record.byteWidth + size_t(slice->left) * tile->colBytes, bytes);
+                raster.pixels.data() + size_t(y) * raster.record.byteWidth + size_t(slice->left) * tile->colBytes,
+                bytes);
   return 0;
 }
 
@@ -53,7 +54,8 @@ DWErr WriteRasterTile(DWArtHandle art, const DWSlice* slice, const DWTile* tile,
   const size_t bytes = size_t(slice->right - slice->left) * size_t(tile->colBytes);
   for (int32_t y = slice->top; y < slice->bottom; ++y)
     std::memcpy(raster.pixels.data() + size_t(y) * raster.record.byteWidth + size_t(slice->left) * tile->colBytes,
-                static_cast<const uint8_t*>(tile->data) + size_t(y - slice->top + tileSlice->top) * tile->rowBytes, bytes);
+                static_cast<const uint8_t*>(tile->data) + size_t(y - slice->top + tileSlice->top) * tile->rowBytes,
+                bytes);
   return 0;
 }
 
@@ -101,11 +103,13 @@ DWErr GetIntegerPreference(const char*, const char*, int32_t*) { return 0; }
 
 double VectorLength(double h, double v) { return std::sqrt(h * h + v * v); }
 void SetIdentityMatrix(DWRealMatrix* m) { *m = DWRealMatrix{1, 0, 0, 1, 0, 0}; }
-void ConcatScale(DWRealMatrix* m, double h, double v) { *m = DWRealMatrix{m->a * h, m->b * v, m->c * h, m->d * v, m->tx * h, m->ty * v}; }
+void ConcatScale(DWRealMatrix* m, double h, double v) {
+  *m = DWRealMatrix{m->a * h, m->b * v, m->c * h, m->d * v, m->tx * h, m->ty * v};
+}
 void ConcatMatrix(const DWRealMatrix* m, const DWRealMatrix* n, DWRealMatrix* r) {
-  *r = DWRealMatrix{m->a * n->a + m->b * n->c,          m->a * n->b + m->b * n->d,
-                    m->c * n->a + m->d * n->c,          m->c * n->b + m->d * n->d,
-                    m->tx * n->a + m->ty * n->c + n->tx, m->tx * n->b + m->ty * n->d + n->ty};
+  *r =
+      DWRealMatrix{m->a * n->a + m->b * n->c, m->a * n->b + m->b * n->d,           m->c * n->a + m->d * n->c,
+                   m->c * n->b + m->d * n->d, m->tx * n->a + m->ty * n->c + n->tx, m->tx * n->b + m->ty * n->d + n->ty};
 }
 
 DWRasterSuite rasterSuite;
@@ -179,9 +183,10 @@ DWArtHandle BenchHost::addRaster(int32_t width, int32_t height, int32_t channels
 void BenchHost::remove(DWArtHandle art) {
   for (auto& raster : rasters)
     if (reinterpret_cast<DWArtHandle>(raster.get()) == art) spareStorage.swap(raster->pixels);
-  rasters.erase(std::remove_if(rasters.begin(), rasters.end(),
-                               [art](const std::unique_ptr<Raster>& r) { return reinterpret_cast<DWArtHandle>(r.get()) == art; }),
-                rasters.end());
+  rasters.erase(
+      std::remove_if(rasters.begin(), rasters.end(),
+                     [art](const std::unique_ptr<Raster>& r) { return reinterpret_cast<DWArtHandle>(r.get()) == art; }),
+      rasters.end());
 }
 
 }  // namespace streams_bench

@@ -86,14 +86,15 @@ TEST(AntiAliasImageStream, ColumnBlocks) {
       for (int32_t x = 0; x < c.sourceWidth; ++x) source.at(x, y, 0) = uint8_t(10 * x);
     const auto result = runStream<dw::AntiAliasImageStream>(host, host.addRaster(source), c.width, 3);
     ASSERT_TRUE(result.succeeded) << c.name;
-    for (int32_t x = 0; x < c.width; ++x) EXPECT_EQ(result.image.at(x, 1, 0), c.expected[size_t(x)]) << c.name << " x " << x;
+    for (int32_t x = 0; x < c.width; ++x)
+      EXPECT_EQ(result.image.at(x, 1, 0), c.expected[size_t(x)]) << c.name << " x " << x;
   }
 }
 
 TEST(AntiAliasImageStream, AlphaDoesNotWeightColour) {
   StreamFakeHost host;
   Image source = makeImage(2, 1, 2);
-  source.at(0, 0, 0) = 0;    // transparent
+  source.at(0, 0, 0) = 0;  // transparent
   source.at(0, 0, 1) = 200;
   source.at(1, 0, 0) = 255;  // opaque
   source.at(1, 0, 1) = 0;
@@ -107,15 +108,16 @@ TEST(AntiAliasImageStream, MatchesPlainBlockAverages) {
   struct Case {
     int32_t sw, sh, w, h, channels;
   };
-  const Case cases[] = {{37, 23, 11, 7, 3}, {64, 64, 20, 20, 4}, {100, 9, 33, 4, 1}, {50, 50, 49, 48, 5},
-                        {17, 300, 5, 13, 2}, {80, 80, 25, 25, 7}};
+  const Case cases[] = {{37, 23, 11, 7, 3},  {64, 64, 20, 20, 4}, {100, 9, 33, 4, 1},
+                        {50, 50, 49, 48, 5}, {17, 300, 5, 13, 2}, {80, 80, 25, 25, 7}};
   uint32_t seed = 1;
   for (const Case& c : cases) {
     StreamFakeHost host;
     const Image source = streams_test::randomImage(c.sw, c.sh, c.channels, seed++);
     const auto result = runStream<dw::AntiAliasImageStream>(host, host.addRaster(source), c.w, c.h);
     ASSERT_TRUE(result.succeeded) << c.sw << "x" << c.sh << " -> " << c.w << "x" << c.h;
-    EXPECT_EQ(result.image.data, areaAverage(source, c.w, c.h).data) << c.sw << "x" << c.sh << " -> " << c.w << "x" << c.h;
+    EXPECT_EQ(result.image.data, areaAverage(source, c.w, c.h).data)
+        << c.sw << "x" << c.sh << " -> " << c.w << "x" << c.h;
   }
 }
 

@@ -71,7 +71,8 @@ Image bicubicOracle(const Image& source, int32_t width, int32_t height) {
     for (int32_t x = 0; x < width; ++x)
       for (int32_t k = 0; k < channels; ++k) {
         double sum = 0;
-        for (const Tap& tap : down[size_t(y)]) sum += tap.weight * filtered[(size_t(tap.index) * width + x) * channels + k];
+        for (const Tap& tap : down[size_t(y)])
+          sum += tap.weight * filtered[(size_t(tap.index) * width + x) * channels + k];
         result.at(x, y, k) = uint8_t(std::min(std::max(std::floor(sum + 0.5), 0.0), 255.0));
       }
   return result;

@@ -21,7 +21,8 @@ using streams_test::StreamFakeHost;
 
 int32_t largestDifference(const Image& a, const Image& b) {
   int32_t largest = 0;
-  for (size_t i = 0; i < a.data.size(); ++i) largest = std::max(largest, std::abs(int32_t(a.data[i]) - int32_t(b.data[i])));
+  for (size_t i = 0; i < a.data.size(); ++i)
+    largest = std::max(largest, std::abs(int32_t(a.data[i]) - int32_t(b.data[i])));
   return largest;
 }
 
@@ -66,10 +67,10 @@ TEST(BicubicImageStream, ThreePixelsWideAtScaleOne) {
 
 // Each of these sizes against the double-precision oracle: within one level everywhere.
 const Size oracleSizes[] = {
-    {37, 23, 11, 7, 3},   {64, 64, 20, 20, 4},  {100, 50, 97, 49, 3}, {100, 100, 80, 70, 1},
-    {90, 90, 60, 60, 5},  {50, 80, 29, 45, 2},  {41, 43, 40, 42, 3},  {160, 40, 8, 2, 3},
-    {12, 160, 12, 8, 1},  {200, 3, 64, 1, 4},   {3, 7, 1, 2, 3},      {257, 129, 80, 40, 3},
-    {33, 17, 33, 8, 6},   {17, 33, 8, 33, 8},   {5, 2, 5, 1, 1},      {320, 20, 100, 19, 3},
+    {37, 23, 11, 7, 3},  {64, 64, 20, 20, 4}, {100, 50, 97, 49, 3}, {100, 100, 80, 70, 1},
+    {90, 90, 60, 60, 5}, {50, 80, 29, 45, 2}, {41, 43, 40, 42, 3},  {160, 40, 8, 2, 3},
+    {12, 160, 12, 8, 1}, {200, 3, 64, 1, 4},  {3, 7, 1, 2, 3},      {257, 129, 80, 40, 3},
+    {33, 17, 33, 8, 6},  {17, 33, 8, 33, 8},  {5, 2, 5, 1, 1},      {320, 20, 100, 19, 3},
 };
 
 TEST(BicubicImageStream, MatchesDoublePrecisionOracle) {
@@ -80,7 +81,8 @@ TEST(BicubicImageStream, MatchesDoublePrecisionOracle) {
       const Image source = randomImage(s.sw, s.sh, s.channels, seed++);
       const auto result = runStream<dw::BicubicImageStream>(host, host.addRaster(source), s.w, s.h);
       ASSERT_TRUE(result.succeeded) << s;
-      EXPECT_LE(largestDifference(result.image, streams_test::bicubicOracle(source, s.w, s.h)), 1) << s << " seed " << seed;
+      EXPECT_LE(largestDifference(result.image, streams_test::bicubicOracle(source, s.w, s.h)), 1)
+          << s << " seed " << seed;
     }
   }
 }

@@ -55,8 +55,9 @@ TEST(KernelTables, EveryPhaseSumsToOneAndFollowsTheKernel) {
       double total = 0;
       for (int32_t j = 0; j < kernel.taps; ++j) {
         const double x = std::abs((j - centre - phase / 32.0) * std::pow(2.0, -table / 4.0));
-        exact[j] = x < 1 ? 1.25 * x * x * x - 2.25 * x * x + 1
-                         : x < 2 ? -0.75 * x * x * x + 3.75 * x * x - 6 * x + 3 : 0;
+        exact[j] = x < 1   ? 1.25 * x * x * x - 2.25 * x * x + 1
+                   : x < 2 ? -0.75 * x * x * x + 3.75 * x * x - 6 * x + 3
+                           : 0;
         total += exact[j];
       }
       for (int32_t j = 0; j < kernel.taps; ++j)
@@ -71,7 +72,7 @@ TEST(KernelTables, ChoiceByScale) {
     double scale;
     int32_t table;
   };
-  const Case cases[] = {{1.0, 0},   {0.917, 0}, {0.9169, 1}, {0.771, 1},  {0.7709, 2}, {0.648, 2},
+  const Case cases[] = {{1.0, 0},    {0.917, 0}, {0.9169, 1}, {0.771, 1},  {0.7709, 2}, {0.648, 2},
                         {0.6479, 3}, {0.545, 3}, {0.5449, 4}, {0.3125, 4}, {0.05, 4}};
   for (const Case& c : cases) EXPECT_EQ(dw::chooseResampleKernel(c.scale), c.table) << "scale " << c.scale;
 }

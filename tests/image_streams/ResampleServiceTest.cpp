@@ -28,8 +28,10 @@ TEST(ResampleRasterArt, SameResolutionCopies) {
     const char* name;
     int32_t method;
   };
-  const Case cases[] = {{"nearest", dw::ResampleNearest}, {"bicubic", dw::ResampleBicubic},
-                        {"average", dw::ResampleAverage}, {"method 7 samples", 7}};
+  const Case cases[] = {{"nearest", dw::ResampleNearest},
+                        {"bicubic", dw::ResampleBicubic},
+                        {"average", dw::ResampleAverage},
+                        {"method 7 samples", 7}};
   for (const Case& c : cases) {
     StreamFakeHost host;
     const Image source = randomImage(37, 21, 3, 11);
@@ -95,7 +97,8 @@ TEST(ResampleRasterArt, NewPixelSize) {
   };
   for (const Case& c : cases) {
     StreamFakeHost host;
-    DWArtHandle art = host.addRaster(makeImage(c.width, c.height, 1), streams_test::scaleMatrix(c.pointsPerPixel, c.pointsPerPixel));
+    DWArtHandle art =
+        host.addRaster(makeImage(c.width, c.height, 1), streams_test::scaleMatrix(c.pointsPerPixel, c.pointsPerPixel));
     DWArtHandle result = nullptr;
     ASSERT_EQ(resample(art, dw::ResampleAverage, c.ppi, &result), 0) << c.name;
     const FakeRaster& made = host.raster(result);
@@ -130,7 +133,8 @@ TEST(ResampleRasterArt, NewArtRecordAndPlacement) {
 TEST(ResampleRasterArt, RotatedSourceKeepsItsRotation) {
   StreamFakeHost host;
   const double radians = 0.5235987755982988;  // 30 degrees
-  DWRealMatrix matrix = streams_test::multiply(streams_test::scaleMatrix(0.24, 0.24), streams_test::rotationMatrix(radians));
+  DWRealMatrix matrix =
+      streams_test::multiply(streams_test::scaleMatrix(0.24, 0.24), streams_test::rotationMatrix(radians));
   matrix.tx = 100;
   matrix.ty = 250;
   DWArtHandle art = host.addRaster(randomImage(60, 40, 1, 4), matrix);

@@ -47,8 +47,8 @@ TEST(HorizontalResampler, RunsMatchPerPixelEvaluation) {
     std::vector<uint8_t> out(size_t(destination) * channels, 0xAA);
     h.SetOutputs(out.data());
     h.FilterRow(row.data());
-    ASSERT_EQ(out, perPixel(h, row)) << "trial " << trial << ": " << source << " -> " << destination << ", "
-                                     << channels << " channels, taps " << h.taps
+    ASSERT_EQ(out, perPixel(h, row)) << "trial " << trial << ": " << source << " -> " << destination << ", " << channels
+                                     << " channels, taps " << h.taps
                                      << (path == dw::HorizontalResampler::RowPath::Portable ? ", portable" : "");
     ASSERT_EQ(h.leftCount + h.middleCount + h.rightCount, int32_t(destination)) << "trial " << trial;
   }

@@ -191,8 +191,8 @@ TEST(AlignedRowBytes, PitchRule) {
   struct Case {
     uint32_t width, bits, pitch;
   };
-  const Case cases[] = {{1, 8, 4}, {4, 8, 4}, {5, 8, 8}, {5, 24, 16}, {3, 32, 12}, {7, 40, 36},
-                        {1, 1, 4},  {32, 1, 4}, {33, 1, 8}, {0, 24, 0}};
+  const Case cases[] = {{1, 8, 4},   {4, 8, 4}, {5, 8, 8},  {5, 24, 16}, {3, 32, 12},
+                        {7, 40, 36}, {1, 1, 4}, {32, 1, 4}, {33, 1, 8},  {0, 24, 0}};
   for (const Case& c : cases)
     EXPECT_EQ(dw::alignedRowBytes(c.width, c.bits), c.pitch) << c.width << " pixels of " << c.bits << " bits";
 }

@@ -192,8 +192,8 @@ Image randomImage(int32_t width, int32_t height, int32_t channels, uint32_t seed
 DWRealMatrix scaleMatrix(double h, double v) { return DWRealMatrix{h, 0, 0, v, 0, 0}; }
 
 DWRealMatrix multiply(const DWRealMatrix& m, const DWRealMatrix& n) {
-  return DWRealMatrix{m.a * n.a + m.b * n.c,         m.a * n.b + m.b * n.d,         m.c * n.a + m.d * n.c,
-                      m.c * n.b + m.d * n.d,         m.tx * n.a + m.ty * n.c + n.tx, m.tx * n.b + m.ty * n.d + n.ty};
+  return DWRealMatrix{m.a * n.a + m.b * n.c, m.a * n.b + m.b * n.d,          m.c * n.a + m.d * n.c,
+                      m.c * n.b + m.d * n.d, m.tx * n.a + m.ty * n.c + n.tx, m.tx * n.b + m.ty * n.d + n.ty};
 }
 
 DWRealMatrix rotationMatrix(double radians) {
@@ -259,8 +259,9 @@ DWArtHandle StreamFakeHost::addRaster(const Image& image, const DWRealMatrix& ma
   const int32_t pitch = int32_t(((uint32_t(image.width) * bits / 8) + 3) & ~3u);
   raster->record.bounds = DWIntRect{0, 0, image.width, image.height};
   raster->record.byteWidth = pitch;
-  raster->record.colorSpace = int16_t(image.channels == 1 ? kDWRasterGray : image.channels == 3 ? kDWRasterRGB
-                                                                                                 : kDWRasterCMYK);
+  raster->record.colorSpace = int16_t(image.channels == 1   ? kDWRasterGray
+                                      : image.channels == 3 ? kDWRasterRGB
+                                                            : kDWRasterCMYK);
   raster->record.bitsPerPixel = int16_t(bits);
   raster->matrix = matrix;
   raster->pixels.assign(size_t(pitch) * size_t(image.height), 0xCD);

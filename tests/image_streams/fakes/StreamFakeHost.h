@@ -24,7 +24,9 @@ struct FakeRaster {
   int32_t width() const { return record.bounds.right - record.bounds.left; }
   int32_t height() const { return record.bounds.bottom - record.bounds.top; }
   uint32_t pixelBytes() const { return uint32_t(record.bitsPerPixel) / 8; }
-  const uint8_t* pixel(int32_t x, int32_t y) const { return pixels.data() + size_t(y) * record.byteWidth + size_t(x) * pixelBytes(); }
+  const uint8_t* pixel(int32_t x, int32_t y) const {
+    return pixels.data() + size_t(y) * record.byteWidth + size_t(x) * pixelBytes();
+  }
 };
 
 // Row-major pixels, channels interleaved, packed without padding.
@@ -74,12 +76,15 @@ class StreamFakeHost {
   int32_t calls(const std::string& operation) const;
 
   // The budget comes from the memory figure and the "rasterizeMemory" preference (MiB).
-  void setBudgetMiB(int32_t megabytes) { preferenceMiB = megabytes; hasPreference = true; }
+  void setBudgetMiB(int32_t megabytes) {
+    preferenceMiB = megabytes;
+    hasPreference = true;
+  }
 
   uint32_t memoryFigure = 256u << 20;
   int32_t preferenceMiB = 0;
   bool hasPreference = false;
-  size_t blockCap = SIZE_MAX;       // larger allocations fail
+  size_t blockCap = SIZE_MAX;  // larger allocations fail
   std::vector<size_t> blockRequests;
   size_t liveBlocks = 0;
   size_t liveBlockBytes = 0;
