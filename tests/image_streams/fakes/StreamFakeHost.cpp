@@ -6,7 +6,6 @@
 #include <cstring>
 #include <random>
 
-#include "engine/MemoryBudget.h"
 #include "shell/FourCharCode.h"
 #include "shell/HostSuites.h"
 
@@ -168,9 +167,6 @@ void SetIdentityMatrix(DWRealMatrix* m) { *m = DWRealMatrix{1, 0, 0, 1, 0, 0}; }
 void ConcatScale(DWRealMatrix* m, double h, double v) { *m = multiply(*m, scaleMatrix(h, v)); }
 void ConcatMatrix(const DWRealMatrix* m, const DWRealMatrix* n, DWRealMatrix* result) { *result = multiply(*m, *n); }
 
-// The physical memory the budget sees is fixed, so that the memory figure decides.
-const uint64_t kPhysicalMemory = 0xFFFFFFFFu;
-
 }  // namespace
 
 Image makeImage(int32_t width, int32_t height, int32_t channels) {
@@ -232,11 +228,9 @@ StreamFakeHost::StreamFakeHost() {
   dw::gSuites.realMath = &realMathSuite;
   dw::gSuites.runtime = &runtimeSuite;
   dw::gSuites.preference = &preferenceSuite;
-  dw::engine_testing::setPhysicalMemoryForTesting(&kPhysicalMemory);
 }
 
 StreamFakeHost::~StreamFakeHost() {
-  dw::engine_testing::setPhysicalMemoryForTesting(nullptr);
   dw::gSuites = dw::HostSuites{};
   for (auto& block : blocks) std::free(block.first);
   gHost = nullptr;

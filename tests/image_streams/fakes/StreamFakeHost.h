@@ -75,7 +75,8 @@ class StreamFakeHost {
   void failCall(const std::string& operation, int32_t nth, DWErr code);
   int32_t calls(const std::string& operation) const;
 
-  // The budget comes from the memory figure and the "rasterizeMemory" preference (MiB).
+  // The budget is the least of the memory figure, the machine's memory (at least 1 MiB) and the
+  // "rasterizeMemory" preference, so a preference of 0 or 1 MiB fixes it on any machine.
   void setBudgetMiB(int32_t megabytes) {
     preferenceMiB = megabytes;
     hasPreference = true;
