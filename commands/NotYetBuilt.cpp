@@ -9,10 +9,6 @@ DWErr RasterizeArt(DWArtSetHandle, RasterizeSettings*, const DWRealRect*, int32_
                    DWRasterizeProgressProc) {
   return NotImplementedError;
 }
-DWErr RasterizeArtWithPadding(DWArtSetHandle, RasterizeSettings*, const DWRealRect*, int32_t, DWArtHandle,
-                              DWArtHandle*, DWRasterizeProgressProc, double) {
-  return NotImplementedError;
-}
 DWErr RasterizeDocument(RasterizeSettings*, int32_t, DWArtHandle, DWArtHandle*, DWRasterizeProgressProc) {
   return NotImplementedError;
 }
