@@ -99,7 +99,7 @@ void printLayers(std::ostream& out, const Document& doc) {
 }
 
 void printColors(std::ostream& out, const Document& doc) {
-  out << "colours:\n";
+  out << "colours:" << (doc.customColors().empty() ? " none" : "") << "\n";
   for (const CustomColor& c : doc.customColors()) {
     out << "  " << quoted(c.name) << ": " << (c.kind == CustomColor::Kind::Spot ? "spot" : "process")
         << ", CMYK (" << number(c.cmyk[0]) << ", " << number(c.cmyk[1]) << ", " << number(c.cmyk[2]) << ", "
