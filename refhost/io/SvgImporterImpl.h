@@ -44,7 +44,7 @@ class Importer {
 
   // Paint (SvgPaint.cpp).
   PathStyle pathStyle(const ComputedStyle& style, const Context& ctx, const Rect& userBounds, const pugi::xml_node& e);
-  bool resolvePaint(const std::string& spec, const ComputedStyle& style, const Context& ctx, const Rect& userBounds,
+  bool resolvePaint(const std::string& text, const ComputedStyle& style, const Context& ctx, const Rect& userBounds,
                     const pugi::xml_node& e, Paint& paint, double& opacity);
   bool gradientPaint(const pugi::xml_node& g, const Context& ctx, const Rect& userBounds, Paint& paint, double& opacity);
 

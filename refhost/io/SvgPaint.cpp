@@ -132,9 +132,9 @@ bool Importer::gradientPaint(const pugi::xml_node& start, const Context& ctx, co
   return true;
 }
 
-bool Importer::resolvePaint(const std::string& spec, const ComputedStyle& style, const Context& ctx,
+bool Importer::resolvePaint(const std::string& text, const ComputedStyle& style, const Context& ctx,
                             const Rect& userBounds, const pugi::xml_node& e, Paint& paint, double& opacity) {
-  std::string_view s = trim(spec);
+  std::string_view s = trim(text);
   const std::string ls = lower(s);
   if (ls == "none" || ls == "context-fill" || ls == "context-stroke") return false;
   if (ls == "currentcolor") {
