@@ -34,7 +34,8 @@ inline DWRealMatrix toRecord(const Matrix& m) { return DWRealMatrix{m.a, m.b, m.
 inline Matrix fromRecord(const DWRealMatrix& m) { return Matrix{m.a, m.b, m.c, m.d, m.tx, m.ty}; }
 
 // The art suite's attribute word: the low 16 bits are the object's attributes (selected, locked,
-// hidden, fully selected), the high 16 bits its user flags.
+// hidden, fully selected), the high 16 bits its user flags. Selecting an object through the suite
+// selects it as a whole, so "fully selected" follows "selected" unless the mask names it too.
 constexpr uint32_t kAttributeBits = 0x0000FFFFu;
 
 inline uint32_t attributeWord(const Art& art) {
@@ -42,6 +43,10 @@ inline uint32_t attributeWord(const Art& art) {
 }
 
 inline void setAttributeWord(Art& art, uint32_t mask, uint32_t value) {
+  if ((mask & ArtAttr::Selected) && !(mask & ArtAttr::FullySelected)) {
+    mask |= ArtAttr::FullySelected;
+    value = (value & ArtAttr::Selected) ? value | ArtAttr::FullySelected : value & ~ArtAttr::FullySelected;
+  }
   art.setAttributes(mask & kAttributeBits, value);
   art.setUserFlags(mask & ~kAttributeBits, value);
 }

@@ -181,9 +181,13 @@ TEST_F(ArtSuiteTest, AttributesUserFlagsAndValuePair) {
 
   ASSERT_EQ(art().SetArtUserAttr(h(a), 0x10000 | kDWArtSelected, 0x10000 | kDWArtSelected), kDWNoErr);
   EXPECT_EQ(a->userFlags(), 0x10000u);
-  EXPECT_EQ(a->attributes(), uint32_t(ArtAttr::Selected));
+  EXPECT_EQ(a->attributes(), uint32_t(ArtAttr::Selected | ArtAttr::FullySelected)) << "selected as a whole";
   ASSERT_EQ(art().GetArtUserAttr(h(a), 0xFFFFFFFFu, &word), kDWNoErr);
-  EXPECT_EQ(word, 0x10000u | kDWArtSelected);
+  EXPECT_EQ(word, 0x10000u | kDWArtSelected | kDWArtFullySelected);
+  ASSERT_EQ(art().SetArtUserAttr(h(a), kDWArtSelected | kDWArtFullySelected, kDWArtSelected), kDWNoErr);
+  EXPECT_EQ(a->attributes(), uint32_t(ArtAttr::Selected)) << "partly selected when the mask says so";
+  ASSERT_EQ(art().SetArtUserAttr(h(a), kDWArtSelected, 0), kDWNoErr);
+  EXPECT_EQ(a->attributes(), 0u);
 
   ASSERT_EQ(art().SetArtValuePair(h(a), 6.5, -3), kDWNoErr);
   double real = 0;
