@@ -35,6 +35,7 @@ template <int F>
 void opaqueKernel(const DownsampleTile& t) {
   const int32_t c = t.channels;
   const int32_t step = chunkPixels(F, c);
+  const size_t rowBytes = size_t(t.tileWidth) * F * size_t(c);
   alignas(32) uint16_t sums[kChunkLanes + kPadLanes] = {};
   alignas(32) uint8_t result[kChunkLanes + kPadLanes] = {};
   for (int32_t y = 0; y < t.tileRows; ++y) {
@@ -42,11 +43,17 @@ void opaqueKernel(const DownsampleTile& t) {
     uint8_t* out = t.tile + size_t(y) * size_t(t.tileStride);
     for (int32_t x0 = 0; x0 < t.tileWidth; x0 += step) {
       const int32_t n = std::min(step, t.tileWidth - x0);
-      simd::verticalByteSums<F>(rows.row, size_t(x0) * F * c, size_t(n) * F * c, sums);
-      if (c == 1)
-        simd::horizontalGraySums<F>(sums, n, result);
-      else
-        simd::horizontalPixelSums<F>(sums, n, c, result);
+      const size_t offset = size_t(x0) * F * c;
+      // 2 x 2 blocks may be reduced in one step; what it leaves goes the two-step way.
+      const int32_t done = F == 2 ? simd::reduceTwoByTwo(rows.row, offset, rowBytes, n, c, result) : 0;
+      if (done < n) {
+        const size_t rest = offset + size_t(done) * F * c;
+        simd::verticalByteSums<F>(rows.row, rest, size_t(n - done) * F * c, sums);
+        if (c == 1)
+          simd::horizontalGraySums<F>(sums, n - done, result + done);
+        else
+          simd::horizontalPixelSums<F>(sums, n - done, c, result + size_t(done) * c);
+      }
       simd::storeChanged(out + size_t(x0) * c, result, size_t(n) * c);
     }
   }

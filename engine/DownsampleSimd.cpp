@@ -152,6 +152,72 @@ __attribute__((target("avx2"))) int32_t alphaPairSumsAvx2(const uint8_t* const* 
 }
 #endif
 
+#if DW_DOWNSAMPLE_AVX2
+// Byte shuffles that put channel k of a pixel pair's two pixels side by side, for a multiply-add of
+// unsigned bytes by 1: output q = j c + k (pair j of the 16-byte load) takes bytes 2q and 2q + 1.
+struct TwoByTwoShuffle {
+  alignas(32) uint8_t pairs[32];
+  int32_t pairsPerLoad;
+};
+
+TwoByTwoShuffle makeTwoByTwoShuffle(int32_t c) {
+  TwoByTwoShuffle s{};
+  s.pairsPerLoad = 16 / (2 * c);
+  std::memset(s.pairs, 0x80, sizeof s.pairs);
+  for (int32_t q = 0; q < s.pairsPerLoad * c; ++q) {
+    const int32_t j = q / c, k = q % c;
+    for (int half = 0; half < 2; ++half) {
+      s.pairs[16 * half + 2 * q] = uint8_t(2 * j * c + k);
+      s.pairs[16 * half + 2 * q + 1] = uint8_t((2 * j + 1) * c + k);
+    }
+  }
+  return s;
+}
+
+const TwoByTwoShuffle& twoByTwoShuffle(int32_t c) {
+  static const TwoByTwoShuffle table[9] = {{},
+                                           makeTwoByTwoShuffle(1),
+                                           makeTwoByTwoShuffle(2),
+                                           makeTwoByTwoShuffle(3),
+                                           makeTwoByTwoShuffle(4),
+                                           makeTwoByTwoShuffle(5),
+                                           makeTwoByTwoShuffle(6),
+                                           makeTwoByTwoShuffle(7),
+                                           makeTwoByTwoShuffle(8)};
+  return table[c];
+}
+
+// Each 128-bit half takes one load of whole pixel pairs; the horizontal pair sums come from one
+// multiply-add (at most 510, no saturation), the two rows are added, divided by 4 and packed, and
+// each half's bytes are the outputs of its pairs, in order.
+__attribute__((target("avx2"))) int32_t reduceTwoByTwoAvx2(const uint8_t* const* rows, size_t offset,
+                                                          size_t rowBytes, int32_t n, int32_t c, uint8_t* result) {
+  const TwoByTwoShuffle& shuffle = twoByTwoShuffle(c);
+  const int32_t ppl = shuffle.pairsPerLoad;
+  const size_t loadStep = size_t(ppl) * 2 * c;
+  const __m256i control = _mm256_load_si256(reinterpret_cast<const __m256i*>(shuffle.pairs));
+  const __m256i ones = _mm256_set1_epi8(1);
+  int32_t x = 0;
+  for (; x + 2 * ppl <= n && offset + size_t(x) * 2 * c + loadStep + 16 <= rowBytes; x += 2 * ppl) {
+    __m256i sums = _mm256_setzero_si256();
+    for (int r = 0; r < 2; ++r) {
+      const uint8_t* src = rows[r] + offset + size_t(x) * 2 * c;
+      _mm_prefetch(reinterpret_cast<const char*>(src) + kPrefetchDistance, _MM_HINT_T0);
+      const __m256i v = _mm256_inserti128_si256(
+          _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(src))),
+          _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + loadStep)), 1);
+      sums = _mm256_add_epi16(sums, _mm256_maddubs_epi16(_mm256_shuffle_epi8(v, control), ones));
+    }
+    const __m256i bytes = _mm256_packus_epi16(_mm256_srli_epi16(sums, 2), _mm256_setzero_si256());
+    // Bytes past the load's outputs land on the next outputs, which later stores overwrite.
+    uint8_t* first = result + size_t(x) * c;
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(first), _mm256_castsi256_si128(bytes));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(first + size_t(ppl) * c), _mm256_extracti128_si256(bytes, 1));
+  }
+  return x;
+}
+#endif
+
 // A zero alpha adds nothing, which is the same as skipping the sample.
 template <int F, int C>
 void alphaPairSumsScalar(const uint8_t* const* rows, size_t offset, int32_t from, int32_t pairs, int32_t channels,
@@ -276,6 +342,16 @@ void horizontalPixelSums(const uint16_t* sums, int32_t n, int32_t c, uint8_t* re
       result[size_t(x) * c + k] = uint8_t(sum >> shift);
     }
 #endif
+}
+
+int32_t reduceTwoByTwo(const uint8_t* const* rows, size_t offset, size_t rowBytes, int32_t n, int32_t c,
+                       uint8_t* result) {
+#if DW_DOWNSAMPLE_AVX2
+  if (c <= 8 && haveAvx2()) return reduceTwoByTwoAvx2(rows, offset, rowBytes, n, c, result);
+#else
+  (void)rows, (void)offset, (void)rowBytes, (void)n, (void)c, (void)result;
+#endif
+  return 0;
 }
 
 template <int F>

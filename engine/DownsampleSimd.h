@@ -30,6 +30,11 @@ void horizontalGraySums(const uint16_t* sums, int32_t n, uint8_t* result);
 template <int F>
 void horizontalPixelSums(const uint16_t* sums, int32_t n, int32_t c, uint8_t* result);
 
+// 2 x 2 blocks of c <= 8 channels in one step: result[x c + k] = block sum / 4 for outputs
+// x = 0, 1, ... as far as the 256-bit step goes (none without it). Returns the outputs done.
+int32_t reduceTwoByTwo(const uint8_t* const* rows, size_t offset, size_t rowBytes, int32_t n, int32_t c,
+                       uint8_t* result);
+
 // For each pair j of neighbouring supersampled pixels (2j, 2j + 1), over F rows:
 // acc[j c] = sum of alpha, acc[j c + k] = sum of alpha * value_k. rowBytes bounds every read of a row.
 template <int F>

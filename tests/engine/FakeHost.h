@@ -119,7 +119,7 @@ class FakeHost {
 
   static FakeHost& current();
 
-  // --- building the document ---
+  // Building the document.
   DWArtHandle addArt(int16_t kind = kDWPathArt, DWArtHandle parent = nullptr);
   Art& art(DWArtHandle handle);
   DWArtSetHandle addArtSet(std::vector<DWArtHandle> arts);
@@ -128,7 +128,7 @@ class FakeHost {
   // An art that paints rect with pixel bytes.
   DWArtHandle addPaintedArt(const DWRealRect& rect, std::vector<uint8_t> pixel, DWArtHandle parent = nullptr);
 
-  // --- what the host was asked ---
+  // What the host was asked.
   std::vector<std::string> calls() const;
   size_t countCalls(const std::string& name) const;
   // Index of the first call of name at or after from, or -1.
@@ -137,7 +137,7 @@ class FakeHost {
   std::vector<DWArtHandle> liveRasters() const;
   std::vector<DWArtHandle> createdRasters() const;
 
-  // --- failures ---
+  // Failures.
   // The nth call (1-based) of name answers code.
   void failCall(const std::string& name, int nth, DWErr code);
   // The next call of name answers code.
@@ -145,7 +145,7 @@ class FakeHost {
   // The nth host call of all (1-based, in the order of calls()) answers code when it can fail.
   void failNthCall(size_t nth, DWErr code);
 
-  // --- state the tests read and set ---
+  // State the tests read and set.
   std::deque<Art> arts;
   std::deque<std::vector<DWArtHandle>> artSets;
   std::deque<Layer> layers;

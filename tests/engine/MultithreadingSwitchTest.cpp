@@ -13,6 +13,17 @@ namespace {
 
 constexpr char kSwitch[] = "DW_RASTERIZE_WITHOUT_MULTITHREADING";
 
+#if defined(_WIN32)
+// The Windows C runtime keeps no empty variables (putting "" removes one), so there "set" is "1".
+constexpr char kSetEmpty[] = "1";
+void setSwitch(const char* value) { _putenv_s(kSwitch, value); }
+void clearSwitch() { _putenv_s(kSwitch, ""); }
+#else
+constexpr char kSetEmpty[] = "";
+void setSwitch(const char* value) { setenv(kSwitch, value, 1); }
+void clearSwitch() { unsetenv(kSwitch); }
+#endif
+
 class MultithreadingSwitch : public ::testing::Test {
  protected:
   void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
@@ -21,9 +32,9 @@ class MultithreadingSwitch : public ::testing::Test {
 TEST_F(MultithreadingSwitch, SetEvenEmptyTurnsItOffForTheProcess) {
   EXPECT_EXIT(
       {
-        setenv(kSwitch, "", 1);
+        setSwitch(kSetEmpty);
         const bool first = multithreadingEnabled();
-        unsetenv(kSwitch);
+        clearSwitch();
         std::exit(!first && !multithreadingEnabled() && readMultithreadingSwitch() ? 0 : 1);
       },
       ::testing::ExitedWithCode(0), "");
@@ -32,9 +43,9 @@ TEST_F(MultithreadingSwitch, SetEvenEmptyTurnsItOffForTheProcess) {
 TEST_F(MultithreadingSwitch, UnsetKeepsItOnEvenIfSetLater) {
   EXPECT_EXIT(
       {
-        unsetenv(kSwitch);
+        clearSwitch();
         const bool first = multithreadingEnabled();
-        setenv(kSwitch, "1", 1);
+        setSwitch("1");
         std::exit(first && multithreadingEnabled() && !readMultithreadingSwitch() ? 0 : 1);
       },
       ::testing::ExitedWithCode(0), "");
@@ -52,7 +63,7 @@ class SwitchedOffRasterization : public test_support::EngineTest {
 TEST_F(SwitchedOffRasterization, OneSlotInline) {
   EXPECT_EXIT(
       {
-        setenv(kSwitch, "", 1);
+        setSwitch(kSetEmpty);
         engine_testing::setProcessorCount(8);
         settings = test_support::makeSettings(kRasterTypeRgbTransparent, 72.0, 4);
         DWArtHandle art = h().addPaintedArt({1.5, 7, 6, 1}, {0xFF, 9, 8, 7});
