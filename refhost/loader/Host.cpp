@@ -64,12 +64,19 @@ DWErr Host::acquireSuite(const char* name, int32_t version, const void** suite) 
   if (!name || !suite) return kHostBadParameter;
   *suite = nullptr;
   if (controls_.isWithheld(name)) return kHostSuiteNotFound;
-  return suites_.acquire(name, version, suite);
+  const DWErr result = suites_.acquire(name, version, suite);
+  if (result == kDWNoErr && activePlugin()) ++activePlugin()->held_[{name, version}];
+  return result;
 }
 
 DWErr Host::releaseSuite(const char* name, int32_t version) {
   if (!name) return kHostBadParameter;
-  return suites_.release(name, version);
+  const DWErr result = suites_.release(name, version);
+  if (result == kDWNoErr && activePlugin()) {
+    auto found = activePlugin()->held_.find({name, version});
+    if (found != activePlugin()->held_.end() && --found->second == 0) activePlugin()->held_.erase(found);
+  }
+  return result;
 }
 
 void Host::setDocument(std::unique_ptr<Document> document) { document_ = std::move(document); }

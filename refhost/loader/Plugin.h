@@ -1,6 +1,9 @@
 #pragma once
 #include <cstdint>
+#include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/messages.h"
 #include "refhost/loader/PropertyList.h"
@@ -29,6 +32,13 @@ class Plugin {
   bool isMapped() const { return library_ != nullptr; }
   DWPluginRef ref() const { return reinterpret_cast<DWPluginRef>(const_cast<Plugin*>(this)); }
 
+  // Suites the plug-in acquired (while handling its messages) and has not released.
+  using SuiteKey = std::pair<std::string, int32_t>;
+  const std::map<SuiteKey, int64_t>& heldSuites() const { return held_; }
+  // What the host released on the plug-in's behalf when it was unloaded for good, e.g. suites a
+  // plug-in keeps until its library goes. Empty when the plug-in gave everything back itself.
+  const std::vector<std::string>& reclaimedSuites() const { return reclaimed_; }
+
  private:
   friend class Host;
 
@@ -41,6 +51,8 @@ class Plugin {
   State stateBeforeUnload_ = State::Ended;
   void* library_ = nullptr;
   DWPluginMainProc main_ = nullptr;
+  std::map<SuiteKey, int64_t> held_;
+  std::vector<std::string> reclaimed_;
 };
 
 }  // namespace refhost

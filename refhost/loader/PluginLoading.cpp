@@ -32,6 +32,12 @@ void Host::unmapLibrary(Plugin& plugin) {
 }
 
 void Host::dropRegistrations(Plugin& plugin) {
+  // A plug-in that is gone holds nothing: the host takes back what it did not release.
+  for (const auto& entry : plugin.held_) {
+    for (int64_t i = 0; i < entry.second; ++i) suites_.release(entry.first.first, entry.first.second);
+    plugin.reclaimed_.push_back(entry.first.first);
+  }
+  plugin.held_.clear();
   suites_.removeOwnedBy(&plugin);
   registrations_.removeOwnedBy(&plugin);
   actions_.removeOwnedBy(&plugin);
