@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <fstream>
 
 std::string assure_line(const std::string& source_file, const std::string& anchor,
@@ -22,3 +23,11 @@ std::string assure_line(const std::string& source_file, const std::string& ancho
 }
 
 void use_threadsafe_death_tests() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+bool aborted(int exit_status) {
+#if defined(_WIN32)
+  return ::testing::ExitedWithCode(3)(exit_status);
+#else
+  return ::testing::KilledBySignal(SIGABRT)(exit_status);
+#endif
+}

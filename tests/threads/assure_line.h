@@ -11,3 +11,7 @@ std::string assure_line(const std::string& source_file, const std::string& ancho
 
 // Death tests run in a fresh process: the pool's idle workers make forking this one unsafe.
 void use_threadsafe_death_tests();
+
+// Whether a death test's exit status is that of abort(): SIGABRT on POSIX; the Windows C runtime
+// exits with code 3 instead.
+bool aborted(int exit_status);

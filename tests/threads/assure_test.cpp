@@ -9,9 +9,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <stdexcept>
 #include <thread>
+
+#if defined(_WIN32)
+// Without the POSIX layer no system call can be made to fail: the cases that need it are left out,
+// and this stand-in keeps the helpers as they are.
+enum class dw_platform_call { count };
+inline void dw_platform_fail_next(dw_platform_call) {}
+#endif
 
 namespace {
 
@@ -73,22 +79,26 @@ const assure_case cases[] = {
      }},
     {"os_thread_started_without_work", "basic_thread_base.cpp", "thread_base::start",
      "_thread == 0 && _function != 0", [] { basic::detail::thread_base(stack).start(); }},
+    {"os_thread_joined_unstarted", "basic_thread_base.cpp", "thread_base::join", "_thread != 0",
+     [] { basic::detail::thread_base(stack).join(); }},
+    {"exception_leaves_os_thread", "basic_thread_base.cpp", "thread_base::entry",
+     "(\"unexpected exception\", 0)", [] { os_thread(throwing); }},
+    {"semaphore_negative", "basic_semaphore.cpp", "semaphore::semaphore", "_value >= 0",
+     [] { basic::semaphore(-1, 0); }},
+    {"kernel_semaphore_negative", "basic_kernel_semaphore.cpp",
+     "kernel_semaphore::kernel_semaphore", "value >= 0", [] { basic::kernel_semaphore(-1); }},
+#if !defined(_WIN32)
+    // The POSIX layer can make any system call fail on demand; the real Windows calls cannot.
     {"os_thread_not_created", "basic_thread_base.cpp", "thread_base::start", "_thread != 0",
      [] {
        dw_platform_fail_next(call::begin_thread);
        os_thread(idle);
      }},
-    {"os_thread_joined_unstarted", "basic_thread_base.cpp", "thread_base::join", "_thread != 0",
-     [] { basic::detail::thread_base(stack).join(); }},
     {"os_thread_wait_fails", "basic_thread_base.cpp", "thread_base::join",
      "WaitForSingleObject(_thread, INFINITE) == WAIT_OBJECT_0",
      [] { os_thread(idle, call::wait); }},
     {"os_thread_close_fails", "basic_thread_base.cpp", "thread_base::join",
      "CloseHandle(_thread) != 0", [] { os_thread(idle, call::close_handle); }},
-    {"exception_leaves_os_thread", "basic_thread_base.cpp", "thread_base::entry",
-     "(\"unexpected exception\", 0)", [] { os_thread(throwing); }},
-    {"semaphore_negative", "basic_semaphore.cpp", "semaphore::semaphore", "_value >= 0",
-     [] { basic::semaphore(-1, 0); }},
     {"semaphore_not_created", "basic_semaphore.cpp", "semaphore::semaphore", "_semaphore != 0",
      [] {
        dw_platform_fail_next(call::create_semaphore);
@@ -116,8 +126,6 @@ const assure_case cases[] = {
        dw_platform_fail_next(call::release_semaphore);
        empty->post();
      }},
-    {"kernel_semaphore_negative", "basic_kernel_semaphore.cpp",
-     "kernel_semaphore::kernel_semaphore", "value >= 0", [] { basic::kernel_semaphore(-1); }},
     {"kernel_semaphore_not_created", "basic_kernel_semaphore.cpp",
      "kernel_semaphore::kernel_semaphore", "_semaphore != 0",
      [] {
@@ -150,6 +158,7 @@ const assure_case cases[] = {
        dw_platform_fail_next(call::process_affinity);
        basic::affinity_processor_count();
      }},
+#endif
 };
 
 class assure : public ::testing::TestWithParam<assure_case> {
@@ -161,7 +170,7 @@ TEST_P(assure, prints_its_check_and_aborts) {
   const assure_case& c = GetParam();
   const std::string expected = assure_line(c.file, c.anchor, c.expression);
   ASSERT_FALSE(expected.empty()) << "no check " << c.expression << " in " << c.file;
-  EXPECT_EXIT(c.fail(), ::testing::KilledBySignal(SIGABRT), ::testing::HasSubstr(expected))
+  EXPECT_EXIT(c.fail(), aborted, ::testing::HasSubstr(expected))
       << c.name;
 }
 

