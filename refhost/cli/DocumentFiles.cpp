@@ -8,6 +8,7 @@
 #include "refhost/document/Document.h"
 #include "refhost/io/IoError.h"
 #include "refhost/io/NativeFormat.h"
+#include "refhost/io/RasterImport.h"
 #include "refhost/io/SvgImport.h"
 #include "refhost/loader/Host.h"
 
@@ -16,7 +17,7 @@ namespace cli {
 
 namespace {
 
-enum class Format { Svg, Native };
+enum class Format { Svg, Native, Image };
 
 bool endsWith(const std::string& text, const std::string& suffix) {
   if (text.size() < suffix.size()) return false;
@@ -28,6 +29,7 @@ bool endsWith(const std::string& text, const std::string& suffix) {
 Format formatOf(const std::string& path) {
   if (endsWith(path, ".svg")) return Format::Svg;
   if (endsWith(path, ".json")) return Format::Native;
+  if (io::isRasterImagePath(path) || io::looksLikeRasterImage(path)) return Format::Image;
   std::ifstream in(path, std::ios::binary);
   if (!in) throw ToolError(path + ": cannot be opened");
   char c = 0;
@@ -35,14 +37,16 @@ Format formatOf(const std::string& path) {
   }
   if (in && c == '{') return Format::Native;
   if (in && c == '<') return Format::Svg;
-  throw ToolError(path + ": neither an SVG nor a native document");
+  throw ToolError(path + ": neither an SVG, a native document nor a PNG or TIFF image");
 }
 
 }  // namespace
 
 std::unique_ptr<Document> readDocumentFile(const std::string& path, std::vector<std::string>* warnings) {
   try {
-    if (formatOf(path) == Format::Native) return io::loadDocument(path);
+    const Format format = formatOf(path);
+    if (format == Format::Native) return io::loadDocument(path);
+    if (format == Format::Image) return io::importRasterImage(path);
     io::ImportResult imported = io::importSvgFile(path);
     if (warnings) *warnings = std::move(imported.warnings);
     return std::move(imported.document);

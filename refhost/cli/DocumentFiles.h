@@ -1,5 +1,6 @@
 #pragma once
-// Opening the document a verb works on: SVG (imported) or the native JSON format.
+// Opening the document a verb works on: SVG (imported), the native JSON format, or a PNG or TIFF
+// image (one raster art).
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,8 +11,8 @@ class Host;
 
 namespace cli {
 
-// Reads an SVG or native document, told apart by the extension (.svg, .json) or else by the
-// first character of the file. The importer's warnings (content it skipped) go to `warnings`.
+// Reads an SVG or native document or an image, told apart by the extension (.svg, .json, .png,
+// .tif, .tiff) or else by the file's first bytes. The importer's warnings (content it skipped) go to `warnings`.
 // Throws ToolError with the reader's one-line message.
 std::unique_ptr<Document> readDocumentFile(const std::string& path, std::vector<std::string>* warnings = nullptr);
 
