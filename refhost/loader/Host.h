@@ -15,6 +15,7 @@
 #include "refhost/loader/Registrations.h"
 #include "refhost/loader/SuiteRegistry.h"
 #include "refhost/loader/TestControls.h"
+#include "refhost/loader/UsageData.h"
 #include "refhost/loader/UserInterface.h"
 
 namespace refhost {
@@ -59,6 +60,7 @@ class Host {
   Registrations& registrations() { return registrations_; }
   ActionStore& actions() { return actions_; }
   Preferences& preferences() { return preferences_; }
+  UsageData& usage() { return usage_; }
 
   // The open document (none until a verb opens one); the host owns it.
   Document* document() const { return document_.get(); }
@@ -96,7 +98,9 @@ class Host {
   std::vector<Plugin*> plugins() const;
 
   // Delivers one message: fills the header (plug-in reference, kept global block, basic suite),
-  // calls PluginMain and keeps the global block the plug-in leaves in the header.
+  // calls PluginMain and keeps the global block the plug-in leaves in the header. Menu, action and
+  // live-effect messages run inside one undo transaction of the open document (unless one is
+  // already open), so that the plug-in can revert its changes and a finished command is one step.
   DWErr sendMessage(Plugin& plugin, const char* caller, const char* selector, MessageHeader& header);
   template <typename Message>
   DWErr send(Plugin& plugin, const char* caller, const char* selector, Message& message) {
@@ -126,6 +130,7 @@ class Host {
   Registrations registrations_;
   ActionStore actions_;
   Preferences preferences_;
+  UsageData usage_;
   std::unique_ptr<Document> document_;
   std::vector<std::unique_ptr<Plugin>> plugins_;
   std::vector<DeliveredMessage> messageLog_;

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "refhost/document/Document.h"
 #include "refhost/loader/Host.h"
 #include "refhost/loader/HostErrors.h"
 
@@ -165,6 +166,32 @@ std::vector<Plugin*> Host::plugins() const {
   return list;
 }
 
+namespace {
+
+// Menu commands, actions and live-effect messages change the document: each runs as one undo
+// transaction, which the plug-in may revert ("DW Undo Suite" UndoChanges). A message delivered
+// while another one runs (an effect drawn during a command) belongs to the outer transaction.
+class CommandTransaction {
+ public:
+  CommandTransaction(Document* document, const char* caller) {
+    const bool changesDocument = std::strcmp(caller, kDWMenuCaller) == 0 || std::strcmp(caller, kDWActionCaller) == 0 ||
+                                 std::strcmp(caller, kDWLiveEffectCaller) == 0;
+    if (!document || !changesDocument || document->inTransaction()) return;
+    document->beginTransaction();
+    document_ = document;
+  }
+  ~CommandTransaction() {
+    if (document_ && document_->inTransaction()) document_->endTransaction();
+  }
+  CommandTransaction(const CommandTransaction&) = delete;
+  CommandTransaction& operator=(const CommandTransaction&) = delete;
+
+ private:
+  Document* document_ = nullptr;
+};
+
+}  // namespace
+
 DWErr Host::sendMessage(Plugin& plugin, const char* caller, const char* selector, MessageHeader& header) {
   if (!plugin.main_) return kHostBadParameter;
   header.reserved = 0;
@@ -172,7 +199,11 @@ DWErr Host::sendMessage(Plugin& plugin, const char* caller, const char* selector
   header.globals = plugin.globals_;
   header.basicSuite = basicSuite();
   active_.push_back(&plugin);
-  const DWErr result = plugin.main_(caller, selector, &header);
+  DWErr result = kDWNoErr;
+  {
+    const CommandTransaction transaction(document_.get(), caller);
+    result = plugin.main_(caller, selector, &header);
+  }
   active_.pop_back();
   plugin.globals_ = header.globals;
 

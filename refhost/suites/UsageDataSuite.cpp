@@ -1,5 +1,5 @@
-// "DW Orrimet Suite" (optional for plug-ins): usage events. The reference host collects none, so
-// every event comes back as null, which callers take as "not collected".
+// "DW Orrimet Suite" (optional for plug-ins): usage events. The host keeps every event it is sent
+// (Host::usage()); with collection off it gives no handle, which callers take as "not collected".
 #include "host/suites/usage_data_suite.h"
 #include "refhost/loader/HostCall.h"
 #include "refhost/loader/SuiteProviders.h"
@@ -7,11 +7,24 @@
 namespace refhost {
 namespace {
 
-DWUsageEvent CreateEvent(const char*) { return nullptr; }
+DWUsageEvent CreateEvent(const char* name) {
+  Host& host = Host::current();
+  if (!name || !host.usage().collecting) return nullptr;
+  try {
+    return reinterpret_cast<DWUsageEvent>(host.usage().create(name));
+  } catch (...) {
+    return nullptr;
+  }
+}
 
 DWErr AddAttribute(DWUsageEvent event, const char* key, const char* value) {
   REFHOST_CALL(kDWUsageDataSuite, "AddAttribute");
-  return event && key && value ? kDWNoErr : kHostBadParameter;
+  UsageEvent* found = Host::current().usage().find(event);
+  if (!found || !key || !value) return kHostBadParameter;
+  return guarded([&] {
+    found->attributes.emplace_back(key, value);
+    return kDWNoErr;
+  });
 }
 
 const DWUsageDataSuite kSuite = {CreateEvent, AddAttribute};
