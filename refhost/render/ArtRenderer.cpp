@@ -5,6 +5,7 @@
 #include "refhost/document/Symbol.h"
 #include "refhost/render/Compositor.h"
 #include "refhost/render/InkColor.h"
+#include "refhost/render/LiveEffectHook.h"
 #include "refhost/render/PathGeometry.h"
 
 #include <algorithm>
@@ -97,6 +98,7 @@ ArtRenderer::Box ArtRenderer::extentOf(const Art& art, const Matrix& m, int dept
     box.x0 -= reach, box.y0 -= reach, box.x1 += reach, box.y1 += reach;
   };
   if (art.isHidden() || depth > kMaxDepth) return box;
+  if (const Art* shown = liveEffectResult(art)) return extentOf(*shown, m, depth + 1);
   switch (art.kind()) {
     case ArtKind::Path:
       if (const PathData* p = art.path()) addPath(*p);
@@ -167,6 +169,10 @@ ArtRenderer::Box ArtRenderer::extentOf(const Art& art, const Matrix& m, int dept
 
 void ArtRenderer::drawArt(const Art& art, const Matrix& m, double alpha, int depth) {
   if (!art.isAlive() || art.isHidden() || alpha <= 0.0 || depth > kMaxDepth) return;
+  if (const Art* shown = liveEffectResult(art)) {
+    drawArt(*shown, m, alpha, depth + 1);
+    return;
+  }
   switch (art.kind()) {
     case ArtKind::Group:
     case ArtKind::Unknown:

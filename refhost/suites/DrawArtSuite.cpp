@@ -5,6 +5,7 @@
 #include "refhost/loader/SuiteProviders.h"
 #include "refhost/render/DrawIntoPort.h"
 #include "refhost/render/HostHandles.h"
+#include "refhost/suites/LiveEffectResults.h"
 
 #include <cmath>
 #include <mutex>
@@ -31,6 +32,9 @@ DWErr DrawArt(DWDrawRecord* record, const int32_t* options) {
   if (!(scale > 0.0) || !std::isfinite(scale)) return kHostBadParameter;
   const IntRect device{record->device.left, record->device.top, record->device.right, record->device.bottom};
   return guarded([&] {
+    // Made before the drawing lock is taken: making a result draws its copy.
+    const LiveEffectResults effects(*art);
+    if (effects.error()) return effects.error();
     std::lock_guard<std::mutex> lock(drawingMutex());
     render::drawIntoPort(render::sharedRenderer(), *port, *art, Point{record->origin.h, record->origin.v}, scale, device);
     return kDWNoErr;
