@@ -26,6 +26,10 @@ if(WIN32)
                                    ${PROJECT_SOURCE_DIR}/host/plugin_properties/Rasterize.rc)
 else()
   # Only PluginMain leaves the library.
-  target_link_options(Rasterize PRIVATE
-    -Wl,--version-script=${PROJECT_SOURCE_DIR}/host/plugin_properties/exports.map -Wl,--no-undefined)
+  target_link_options(Rasterize PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/host/plugin_properties/exports.map)
+  # clang links its sanitizer runtimes into the executable only: a sanitized module leaves their
+  # symbols for the loading program to provide.
+  if(NOT (RASTERIZE_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES "Clang"))
+    target_link_options(Rasterize PRIVATE -Wl,--no-undefined)
+  endif()
 endif()

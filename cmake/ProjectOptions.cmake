@@ -2,6 +2,7 @@
 option(RASTERIZE_BUILD_HOST  "Build the reference host and its command-line tool" ON)
 option(RASTERIZE_BUILD_TESTS "Build the tests" ON)
 option(RASTERIZE_BUILD_BENCH "Build the benchmarks" ON)
+option(RASTERIZE_BUILD_FUZZ  "Build the libFuzzer targets (clang, with RASTERIZE_SANITIZE including fuzzer-no-link)" OFF)
 set(RASTERIZE_SANITIZE "" CACHE STRING "Sanitizers for the whole build: address;undefined, thread, or empty")
 
 if(WIN32)
