@@ -11,6 +11,7 @@
 #include "refhost/cli/PageRaster.h"
 #include "refhost/cli/RasterizeFlags.h"
 #include "refhost/cli/Tool.h"
+#include "refhost/cli/WholeDocument.h"
 #include "refhost/document/Document.h"
 #include "refhost/io/export/RasterExport.h"
 #include "refhost/loader/Host.h"
@@ -21,6 +22,9 @@ namespace cli {
 namespace {
 
 enum class Format { Png, Tiff };
+
+// 'PARM': what RasterizeDocument answers when no layer holds art it may draw.
+constexpr DWErr kBadParameter = 0x5041524D;
 
 std::string lowerExtension(const std::string& path) {
   const size_t dot = path.rfind('.');
@@ -44,6 +48,7 @@ struct ExportRequest {
   std::string preview;
   int32_t width = 0;
   int32_t height = 0;
+  bool wholeDocument = false;
   RasterizeFlags flags;
 };
 
@@ -73,26 +78,34 @@ void exportPage(Tool& tool, const ExportRequest& request) {
   if (!request.preview.empty() && outputFormat(request.preview) != Format::Png)
     throw ToolError(request.preview + ": the preview is a PNG file");
   RasterizeSettings settings = request.flags.apply(commandDefaultSettings());
+  if (request.wholeDocument && settings.padding != 0.0)
+    throw ToolError("--padding does not apply to --whole-document, which rasterizes the layers' own bounds");
   if (format == Format::Png && (settings.type == kRasterTypeCmyk || settings.type == kRasterTypeCmykTransparent))
     throw ToolError(request.output + ": PNG holds gray and RGB only; write CMYK to a .tif file");
 
   const std::unique_ptr<Tool::Session> session = tool.startSession();
   Host& host = session->host();
   Document& document = openDocumentFile(host, request.input);
-  const Rect page = pageBounds(document);
-  if (request.width > 0 || request.height > 0) {
-    // The page maps onto exactly the asked pixels, so the grid snapping near 72 ppi is off.
-    settings.resolution = request.width > 0 ? resolutionForPixels(page.width(), settings.padding, request.width)
-                                            : resolutionForPixels(page.height(), settings.padding, request.height);
-    settings.options |= kRasterizeNoPixelSnap;
-    settings.options &= ~uint32_t(kRasterizeUseEffectsResolution);
-  } else {
-    settings.resolution = settleResolution(page, settings.padding, settings.resolution, settings.options);
-  }
-  preparePage(document);
-
   Art* raster = nullptr;
-  const DWErr result = rasterizePage(host, settings, page, &raster);
+  DWErr result = kDWNoErr;
+  if (request.wholeDocument) {
+    preparePage(document);
+    result = rasterizeWholeDocument(host, settings, &raster);
+    if (result == kBadParameter) throw ToolError(request.input + ": no shown, printable layer holds art to rasterize");
+  } else {
+    const Rect page = pageBounds(document);
+    if (request.width > 0 || request.height > 0) {
+      // The page maps onto exactly the asked pixels, so the grid snapping near 72 ppi is off.
+      settings.resolution = request.width > 0 ? resolutionForPixels(page.width(), settings.padding, request.width)
+                                              : resolutionForPixels(page.height(), settings.padding, request.height);
+      settings.options |= kRasterizeNoPixelSnap;
+      settings.options &= ~uint32_t(kRasterizeUseEffectsResolution);
+    } else {
+      settings.resolution = settleResolution(page, settings.padding, settings.resolution, settings.options);
+    }
+    preparePage(document);
+    result = rasterizePage(host, settings, page, &raster);
+  }
   if (host.ui().cancelRequested()) throw ToolCancelled();
   tool.check(result, "rendering " + request.input);
   session->end();
@@ -133,6 +146,10 @@ void addExportVerb(CLI::App& app, Tool& tool) {
                      ->check(CLI::Range(1, 32767));
   width->excludes(height)->excludes(request->flags.resolutionOption());
   height->excludes(request->flags.resolutionOption());
+  verb->add_flag("--whole-document", request->wholeDocument,
+                 "Rasterize every shown, printable layer over the bounds of their art instead of the page")
+      ->excludes(width)
+      ->excludes(height);
   verb->add_option("--preview", request->preview, "Also write the raster converted to RGB as a PNG preview")->type_name("FILE");
   verb->callback([&tool, request] { exportPage(tool, *request); });
 }

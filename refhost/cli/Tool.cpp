@@ -71,6 +71,10 @@ void Tool::addOptions(CLI::App& app) {
       ->type_name("FILE");
   app.add_flag("--verbose", verbose, "Print the host's debug messages");
   app.add_flag("--quiet", quiet, "No progress bar");
+  app.add_option("--extra-plugin", extraPlugins,
+                 "Load another plug-in beside Rasterize, started after it (repeatable), e.g. RasterizeClient.so")
+      ->type_name("PATH")
+      ->allow_extra_args(false);
 }
 
 std::string Tool::resolvePluginPath() const {
@@ -116,6 +120,7 @@ Tool::Session::Session(const Tool& tool) : host_(std::make_unique<Host>()) {
 
   try {
     plugin_ = &host.launchPlugin(tool.resolvePluginPath());
+    for (const std::string& path : tool.extraPlugins) extras_.push_back(&host.launchPlugin(path));
   } catch (const HostError& error) {
     throw ToolError(error.what());
   }
@@ -124,6 +129,13 @@ Tool::Session::Session(const Tool& tool) : host_(std::make_unique<Host>()) {
 }
 
 void Tool::Session::end() {
+  // The others may hold the plug-in's suite: they go first.
+  while (!extras_.empty()) {
+    Plugin& extra = *extras_.back();
+    extras_.pop_back();
+    if (const DWErr result = host_->shutdownPlugin(extra))
+      throw ToolError(extra.name() + " did not shut down cleanly: " + describeCode(result));
+  }
   if (!plugin_) return;
   Plugin& plugin = *plugin_;
   plugin_ = nullptr;
@@ -133,8 +145,14 @@ void Tool::Session::end() {
 
 Tool::Session::~Session() {
   std::signal(SIGINT, SIG_DFL);
+  for (auto extra = extras_.rbegin(); extra != extras_.rend(); ++extra) host_->shutdownPlugin(**extra);
   if (plugin_) host_->shutdownPlugin(*plugin_);
-  if (!host_->preferences().path().empty()) host_->preferences().save();
+  // A destructor must not throw: a preferences file that cannot be written is a warning.
+  try {
+    if (!host_->preferences().path().empty()) host_->preferences().save();
+  } catch (const std::exception& error) {
+    std::cerr << "warning: " << error.what() << "\n";
+  }
 }
 
 void Tool::check(DWErr result, const std::string& what) const {

@@ -2,6 +2,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "host/types.h"
 
@@ -47,6 +48,7 @@ struct Tool {
   std::string preferencesFile;  // --preferences FILE
   bool verbose = false;        // --verbose: the host's debug messages on stderr
   bool quiet = false;          // --quiet: no progress bar
+  std::vector<std::string> extraPlugins;  // --extra-plugin PATH...: loaded after the plug-in, in order
 
   // Adds the shared options to the tool's top level (they may appear before or after the verb).
   void addOptions(CLI::App& app);
@@ -74,12 +76,15 @@ class Tool::Session {
 
   Host& host() { return *host_; }
   Plugin& plugin() { return *plugin_; }
+  // The --extra-plugin plug-ins, started after the plug-in, in the order given.
+  const std::vector<Plugin*>& extraPlugins() const { return extras_; }
   // Shuts the plug-in down now (also done by the destructor); a failure is a ToolError.
   void end();
 
  private:
   std::unique_ptr<Host> host_;
   Plugin* plugin_ = nullptr;
+  std::vector<Plugin*> extras_;
 };
 
 // 'S!Fd' and what it means when the code is one the tool knows.

@@ -28,7 +28,8 @@ using namespace refhost::cli;
 std::vector<std::string> withDefaultVerb(const CLI::App& app, std::vector<std::string> args) {
   std::set<std::string> verbs;
   for (const CLI::App* sub : app.get_subcommands([](const CLI::App*) { return true; })) verbs.insert(sub->get_name());
-  static const std::set<std::string> valued = {"--plugin", "--performance-log", "--answer", "--preferences"};
+  static const std::set<std::string> valued = {"--plugin", "--performance-log", "--answer", "--preferences",
+                                                "--extra-plugin"};
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& arg = args[i];
     if (arg == "--") return args;
