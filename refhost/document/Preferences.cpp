@@ -87,7 +87,8 @@ std::string Preferences::toJson() const {
   nlohmann::ordered_json root = nlohmann::ordered_json::object();
   for (const auto& [name, value] : values_) {
     nlohmann::ordered_json& section = root[name.first];
-    std::visit([&](const auto& v) { section[name.second] = v; }, value);
+    const std::string& key = name.second;  // clang's C++17 cannot capture a structured binding
+    std::visit([&](const auto& v) { section[key] = v; }, value);
   }
   return root.dump(2) + "\n";
 }
