@@ -62,6 +62,37 @@ ViewBox parseViewBox(const char* text) {
   return vb;
 }
 
+// Offset of the first byte that does not belong to a well-formed UTF-8 sequence (overlong forms,
+// surrogates and code points past U+10FFFF included), or npos.
+std::size_t firstInvalidUtf8(const std::string& text) {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+  for (std::size_t i = 0; i < text.size();) {
+    const unsigned char lead = bytes[i];
+    std::size_t length = 1;
+    unsigned char low = 0x80, high = 0xBF;  // the range of the second byte
+    if (lead >= 0xC2 && lead <= 0xDF) {
+      length = 2;
+    } else if (lead >= 0xE0 && lead <= 0xEF) {
+      length = 3;
+      if (lead == 0xE0) low = 0xA0;
+      if (lead == 0xED) high = 0x9F;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+      length = 4;
+      if (lead == 0xF0) low = 0x90;
+      if (lead == 0xF4) high = 0x8F;
+    } else if (lead >= 0x80) {
+      return i;
+    }
+    if (i + length > text.size()) return i;
+    for (std::size_t k = 1; k < length; ++k) {
+      const unsigned char b = bytes[i + k];
+      if (k == 1 ? (b < low || b > high) : (b < 0x80 || b > 0xBF)) return i;
+    }
+    i += length;
+  }
+  return std::string::npos;
+}
+
 }  // namespace
 
 Importer::Importer(const std::string& text, const std::string& sourceName, const std::string& baseDirectory,
@@ -457,12 +488,25 @@ void Importer::importRoot(const pugi::xml_node& root) {
 
 ImportResult Importer::run() {
   const pugi::xml_parse_result parsed =
-      xml_.load_buffer(text_.data(), text_.size(), pugi::parse_default | pugi::parse_ws_pcdata, pugi::encoding_auto);
+      xml_.load_buffer(text_.data(), text_.size(), pugi::parse_default | pugi::parse_ws_pcdata | pugi::parse_doctype,
+                       pugi::encoding_auto);
   if (!parsed) {
     const std::size_t offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, parsed.offset));
     throw IoError(source_, positions_.line(offset), positions_.column(offset),
                   std::string("malformed XML: ") + parsed.description());
   }
+  // A file read as UTF-8 must be UTF-8: other bytes would reach names and text that no document
+  // can keep.
+  if (parsed.encoding == pugi::encoding_utf8) {
+    const std::size_t bad = firstInvalidUtf8(text_);
+    if (bad != std::string::npos)
+      throw IoError(source_, positions_.line(bad), positions_.column(bad), "malformed XML: invalid UTF-8");
+  }
+  // Entities are never expanded; a file that declares them (the "billion laughs" kind) is refused
+  // rather than drawn with its references left as text.
+  for (pugi::xml_node n = xml_.first_child(); n; n = n.next_sibling())
+    if (n.type() == pugi::node_doctype && std::strstr(n.value(), "<!ENTITY"))
+      throw IoError(source_, "the document type declares entities, which are not read");
   const pugi::xml_node root = xml_.document_element();
   if (!root || svgLocalName(root) != "svg") {
     throw IoError(source_, std::string("not an SVG document (the root element is <") + (root ? root.name() : "") + ">)");
