@@ -519,6 +519,9 @@ std::unique_ptr<Document> documentFromJson(const std::string& text, const std::s
     const std::size_t colon = message.find(": ", column == std::string::npos ? 0 : column);
     if (colon != std::string::npos) message = message.substr(colon + 2);
     throw IoError(sourceName, pos.line(offset), pos.column(offset), "malformed JSON: " + message);
+  } catch (const Json::out_of_range&) {
+    // A number beyond a double; the parser's message repeats the whole number, however long.
+    throw IoError(sourceName, "malformed JSON: a number too large to read");
   }
   Reader reader(sourceName);
   auto doc = reader.run(root);
