@@ -133,7 +133,11 @@ DWErr RunRasterizeSuiteDemo() {
     reportLine("ResampleRasterArt: not called, no raster to resample");
   }
 
-  // The paths of the set clip the first raster.
+  // Before the mask, which deletes the objects of the set.
+  DWBool keepsSpots = 0;
+  error = suite->CanPreserveSpotColors(set.get(), &keepsSpots);
+  reportLine("CanPreserveSpotColors: %s; flag %d", codeText(error).c_str(), int(keepsSpots));
+  // The paths of the set clip the first raster (and leave the document in their place).
   if (plain) {
     DWArtHandle clipGroup = nullptr;
     error = suite->CreateClippingMask(set.get(), kDWPlaceAbove, plain, &clipGroup);
@@ -145,9 +149,6 @@ DWErr RunRasterizeSuiteDemo() {
     reportLine("CreateClippingMask: not called, no raster to clip");
   }
 
-  DWBool keepsSpots = 0;
-  error = suite->CanPreserveSpotColors(set.get(), &keepsSpots);
-  reportLine("CanPreserveSpotColors: %s; flag %d", codeText(error).c_str(), int(keepsSpots));
   return kDWNoErr;
 }
 

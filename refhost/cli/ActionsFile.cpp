@@ -1,5 +1,6 @@
 #include "refhost/cli/ActionsFile.h"
 
+#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <cctype>
@@ -10,6 +11,7 @@
 
 #include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
+#include "refhost/loader/Host.h"
 
 namespace refhost {
 namespace cli {
@@ -185,14 +187,21 @@ std::vector<ActionStep> readActionsFile(const std::string& path) {
   return Reader(path).run(root);
 }
 
-void writeActionsFile(const std::string& path, const std::vector<RecordedAction>& recorded) {
-  StagedFiles files;
-  {
-    std::ofstream out(files.stage(path), std::ios::binary);
-    out << actionsJson(recorded);
-    if (!out.flush()) throw ToolError(path + ": cannot be written");
-  }
-  files.commit();
+void ActionRecording::addTo(CLI::App& verb) {
+  verb.add_option("--record-actions", path,
+                  "Record the host's actions while the verb runs and write them to FILE (for the play verb)")
+      ->type_name("FILE");
+}
+
+void ActionRecording::start(Host& host) const {
+  if (!path.empty()) host.actions().recording = true;
+}
+
+void ActionRecording::stage(Host& host, StagedFiles& files) const {
+  if (path.empty()) return;
+  std::ofstream out(files.stage(path), std::ios::binary);
+  out << actionsJson(host.actions().recorded());
+  if (!out.flush()) throw ToolError(path + ": cannot be written");
 }
 
 }  // namespace cli

@@ -7,7 +7,12 @@
 
 #include "refhost/loader/ActionStore.h"
 
+namespace CLI {
+class App;
+}
+
 namespace refhost {
+class Host;
 namespace cli {
 
 // One step of an action.
@@ -22,8 +27,18 @@ std::string actionsJson(const std::vector<RecordedAction>& recorded);
 // Reads the file. Throws ToolError naming the file and the place of anything malformed.
 std::vector<ActionStep> readActionsFile(const std::string& path);
 
-// Writes the file under a temporary name renamed over `path`. Throws ToolError.
-void writeActionsFile(const std::string& path, const std::vector<RecordedAction>& recorded);
+class StagedFiles;
+
+// `--record-actions FILE` of a verb: the host's action manager records while the verb runs, and
+// the events go to FILE with the verb's other outputs, only when the verb succeeds.
+struct ActionRecording {
+  std::string path;
+
+  void addTo(CLI::App& verb);
+  void start(Host& host) const;
+  // Stages the file in `files` (no-op without --record-actions). Throws ToolError.
+  void stage(Host& host, StagedFiles& files) const;
+};
 
 }  // namespace cli
 }  // namespace refhost

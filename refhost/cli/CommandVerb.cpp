@@ -14,6 +14,7 @@
 #include "refhost/cli/PreferencesOnSuccess.h"
 #include "refhost/cli/RasterizeFlags.h"
 #include "refhost/cli/Selection.h"
+#include "refhost/cli/ActionsFile.h"
 #include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
 #include "refhost/document/Document.h"
@@ -35,6 +36,7 @@ struct CommandRequest {
   std::string spotLimit;
   RasterizeFlags flags;
   DialogAnswers dialog;
+  ActionRecording recording;
 };
 
 bool isPng(const std::string& path) {
@@ -88,6 +90,7 @@ void runCommand(Tool& tool, CommandRequest& request) {
   Document& document = openDocumentFile(host, request.input);
   selectArt(document, request.select);
   request.dialog.install(host, request.flags);
+  request.recording.start(host);
 
   const size_t firstNew = document.artArenaSize();
   const DWErr result = runMenuCommand(host, kRasterizeMenuItem);
@@ -100,6 +103,7 @@ void runCommand(Tool& tool, CommandRequest& request) {
   try {
     if (!request.output.empty()) writeImage(raster, request.output, files);
     if (!request.save.empty()) io::saveDocument(document, files.stage(request.save));
+    request.recording.stage(host, files);
   } catch (const io::ExportError& error) {
     throw ToolError(error.what());
   } catch (const io::IoError& error) {
@@ -139,6 +143,7 @@ void addCommandVerb(CLI::App& app, Tool& tool) {
       ->check(CLI::IsMember({"convert", "cancel"}));
   request->flags.addTo(*verb);
   request->dialog.addTo(*verb);
+  request->recording.addTo(*verb);
   verb->callback([&tool, request] { runCommand(tool, *request); });
 }
 

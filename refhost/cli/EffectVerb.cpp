@@ -11,6 +11,7 @@
 #include "refhost/cli/PreferencesOnSuccess.h"
 #include "refhost/cli/RasterizeFlags.h"
 #include "refhost/cli/Selection.h"
+#include "refhost/cli/ActionsFile.h"
 #include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
 #include "refhost/document/Document.h"
@@ -31,6 +32,7 @@ struct EffectRequest {
   PageImage page;
   RasterizeFlags flags;
   DialogAnswers dialog;
+  ActionRecording recording;
 };
 
 // The art's appearance with the effect added last; each object gets its own parameters.
@@ -59,6 +61,7 @@ void runEffect(Tool& tool, EffectRequest& request) {
   if (!effect) throw ToolError(std::string("the plug-in registered no live effect \"") + kRasterizeEffectName + "\"");
 
   request.dialog.install(host, request.flags);
+  request.recording.start(host);
   const DictionaryPtr parameters = Dictionary::create();
   bool updated = false;
   const DWErr result = editLiveEffectParameters(host, *effect, parameters, &updated);
@@ -72,6 +75,7 @@ void runEffect(Tool& tool, EffectRequest& request) {
   StagedFiles files;
   try {
     if (!request.save.empty()) io::saveDocument(document, files.stage(request.save));
+    request.recording.stage(host, files);
   } catch (const io::IoError& error) {
     throw ToolError(error.what());
   }
@@ -102,6 +106,7 @@ void addEffectVerb(CLI::App& app, Tool& tool) {
       ->take_all();
   request->flags.addTo(*verb);
   request->dialog.addTo(*verb);
+  request->recording.addTo(*verb);
   verb->callback([&tool, request] { runEffect(tool, *request); });
 }
 

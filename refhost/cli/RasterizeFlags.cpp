@@ -29,6 +29,17 @@ int32_t colorModel(const std::string& name) {
 
 bool given(const CLI::Option* option) { return option && option->count() > 0; }
 
+// CLI::PositiveNumber lets "nan" through and answers "inf" with its range's upper end in full.
+const CLI::Validator kPositiveNumber(
+    [](std::string& text) -> std::string {
+      char* end = nullptr;
+      const double value = std::strtod(text.c_str(), &end);
+      if (end == text.c_str() || *end != '\0' || !std::isfinite(value) || value <= 0.0)
+        return "\"" + text + "\" is not a positive number";
+      return {};
+    },
+    "POSITIVE");
+
 }  // namespace
 
 RasterizeSettings commandDefaultSettings() {
@@ -58,7 +69,7 @@ double parseLength(const std::string& text, const std::string& what) {
 void RasterizeFlags::addTo(CLI::App& verb, bool withMask) {
   resolution_ = verb.add_option("-r,--resolution", resolutionValue_, "Pixels per inch (default 300; 96 maps one SVG px to one pixel)")
                     ->type_name("PPI")
-                    ->check(CLI::PositiveNumber);
+                    ->check(kPositiveNumber);
   colorOption_ = verb.add_option("--color", color_, "Colour model of the raster (default rgb)")
                      ->check(CLI::IsMember({"rgb", "cmyk", "gray", "bitmap"}));
   backgroundOption_ = verb.add_option("--background", background_, "White or transparent background (default white)")

@@ -10,6 +10,7 @@
 #include "refhost/cli/MenuCommand.h"
 #include "refhost/cli/PreferencesOnSuccess.h"
 #include "refhost/cli/RasterizeFlags.h"
+#include "refhost/cli/ActionsFile.h"
 #include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
 #include "refhost/io/IoError.h"
@@ -27,6 +28,7 @@ struct SettingsRequest {
   bool noMask = false;
   RasterizeFlags flags;
   DialogAnswers dialog;
+  ActionRecording recording;
 };
 
 void printSettings(const RasterizeSettings& s) {
@@ -58,6 +60,7 @@ void runSettings(Tool& tool, SettingsRequest& request) {
     if (noMask) s.createClippingMask = 0;
   });
 
+  request.recording.start(host);
   const DWErr result = runMenuCommand(host, kDocumentSettingsMenuItem);
   if (tool.verbose) printUsageData(host);
   if (request.dialog.cancelled() || host.ui().cancelRequested()) throw ToolCancelled();
@@ -72,6 +75,7 @@ void runSettings(Tool& tool, SettingsRequest& request) {
       throw ToolError(error.what());
     }
   }
+  request.recording.stage(host, files);
   if (host.ui().cancelRequested()) throw ToolCancelled();
   files.commit();
   if (request.dialog.confirmed()) printSettings(*request.dialog.confirmed());
@@ -90,6 +94,7 @@ void addSettingsVerb(CLI::App& app, Tool& tool) {
   request->flags.addTo(*verb);
   verb->add_flag("--no-mask", request->noMask, "Turn the clipping mask off")->excludes("--mask");
   request->dialog.addTo(*verb);
+  request->recording.addTo(*verb);
   verb->callback([&tool, request] { runSettings(tool, *request); });
 }
 

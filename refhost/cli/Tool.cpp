@@ -105,8 +105,10 @@ Tool::Session::Session(const Tool& tool) : host_(std::make_unique<Host>()) {
     host.preferences().setPath(tool.preferencesFile);
     host.preferences().load();
   }
-  host.ui().onAlert = [](const Alert& alert) {
-    std::cerr << "\r\033[K";
+  // The bar is drawn only on a terminal; an alert first clears its line there.
+  const bool bar = !tool.quiet && isatty(STDERR_FILENO);
+  host.ui().onAlert = [bar](const Alert& alert) {
+    if (bar) std::cerr << "\r\033[K";
     switch (alert.kind) {
       case Alert::Kind::Error: std::cerr << "error: " << alert.text << "\n"; break;
       case Alert::Kind::Warning: std::cerr << "warning: " << alert.text << "\n"; break;
@@ -115,7 +117,7 @@ Tool::Session::Session(const Tool& tool) : host_(std::make_unique<Host>()) {
         break;
     }
   };
-  if (!tool.quiet && isatty(STDERR_FILENO)) host.ui().onProgress = drawProgress;
+  if (bar) host.ui().onProgress = drawProgress;
   if (tool.verbose) host.logs().onDebugMessage = [](const std::string& text) { std::cerr << "debug: " << text << "\n"; };
 
   try {

@@ -71,7 +71,7 @@ TEST(ExportCli, RendersThePageAtTheAskedSize) {
       {"--width 80 --antialias none", "b.png", 80, 40, 2, {255, 255, 255, 255}},
       {"--height 10 --background transparent", "c.png", 20, 10, 0.5, {255, 255, 255, 0}},
       {"--resolution 96 --color bitmap", "d.png", 40, 20, 0, {255, 255, 255, 255}},
-      {"--resolution 192 --color cmyk -o e.tif --preview", "e.png", 80, 40, 2, {255, 255, 255, 255}},
+      {"--resolution 192 --color cmyk -o " + temp("e.tif") + " --preview", "e.png", 80, 40, 2, {255, 255, 255, 255}},
       {"", "f.png", 125, 63, 0, {255, 255, 255, 255}},  // 300 ppi: 40 px * 300 / 96 and 20 px * 300 / 96, rounded up
   };
   for (const Case& c : cases) {

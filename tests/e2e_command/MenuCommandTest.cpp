@@ -100,19 +100,8 @@ TEST(MenuCommand, ArtThatCannotJoinTheMaskIsWarnedAboutOnce) {
   }
 }
 
-TEST(MenuCommand, WithoutThePathfinderTheMaskOptionDeletesTheSources) {
-  CommandHost h("DW Pathfinder Suite");
-  Art* path = h.rect(10, 10, 50, 40);
-  Art* text = h.text("Hi", 20, 20);
-  h.select({path, text});
-  ASSERT_EQ(h.rasterize(kWithMask), 0);
-  EXPECT_TRUE(h.host.ui().alerts().empty());
-  EXPECT_FALSE(path->isAlive());
-  EXPECT_FALSE(text->isAlive());
-  const std::vector<Art*> rasters = h.live(ArtKind::Raster);
-  ASSERT_EQ(rasters.size(), 1u);
-  EXPECT_TRUE(rasters[0]->parent()->isLayerGroup()) << "no group around the raster";
-}
+// The mask option without the Pathfinder suite cannot be reached through the real plug-in, which
+// does not start without it (a required suite); tests/commands covers that branch over a fake host.
 
 TEST(MenuCommand, ATargetedLayerWithAnAppearanceIsWrappedInAGroup) {
   CommandHost h;
@@ -121,6 +110,7 @@ TEST(MenuCommand, ATargetedLayerWithAnAppearanceIsWrappedInAGroup) {
   Art* upper = h.rect(60, 10, 90, 40);  // made last: on top
   auto appearance = std::make_shared<ArtStyle>();
   appearance->name = "layer appearance";
+  appearance->hasPaint = true;  // an appearance of its own, as the host reports for the group that takes it
   layer->setArtStyle(appearance);
   h.select({layer});
   const size_t firstNew = h.doc->artArenaSize();
@@ -134,16 +124,18 @@ TEST(MenuCommand, ATargetedLayerWithAnAppearanceIsWrappedInAGroup) {
   ASSERT_EQ(raster->kind(), ArtKind::Raster);
   const Rect bounds = raster->raster()->documentBounds();
   EXPECT_TRUE(bounds.left <= 10.0 && bounds.right >= 90.0) << "both shapes were rasterized";
-  // What was rasterized: a new group that took the appearance and the layer's content in order,
-  // deleted with the other sources.
+  // What was rasterized: a new group that took the appearance and the layer's content, deleted
+  // after the raster was placed.
   const Art* wrapper = nullptr;
   for (size_t serial = firstNew; serial < h.doc->artArenaSize(); ++serial)
-    if (h.doc->artBySerial(serial)->artStyle() == appearance) wrapper = h.doc->artBySerial(serial);
+    if (const ArtStylePtr& style = h.doc->artBySerial(serial)->artStyle(); style && style->name == appearance->name)
+      wrapper = h.doc->artBySerial(serial);
   ASSERT_NE(wrapper, nullptr);
   EXPECT_EQ(wrapper->kind(), ArtKind::Group);
   EXPECT_FALSE(wrapper->isAlive());
-  EXPECT_EQ(wrapper->firstChild(), upper);
-  EXPECT_EQ(upper->nextSibling(), lower);
+  // Deleted with it (a deleted group keeps no links; the order inside is tested over a fake host).
+  EXPECT_FALSE(upper->isAlive());
+  EXPECT_FALSE(lower->isAlive());
 }
 
 }  // namespace

@@ -70,8 +70,12 @@ TEST(Actions, ASettingsEventReplaysIntoTheDocumentAlone) {
     ASSERT_EQ(h.host.actions().recorded().size(), 1u);
     recorded = h.host.actions().recorded().front();
   }
-  EffectHost fresh, played;
-  const RasterizeSettings before = nextCommandRecord(fresh);
+  RasterizeSettings before;
+  {
+    EffectHost fresh;  // one host runs in a process at a time
+    before = nextCommandRecord(fresh);
+  }
+  EffectHost played;
   ASSERT_EQ(playAction(played.host, recorded, false), 0);
   const DictionaryPtr settings = played.doc->dictionary()->getDictionary("DW Auto Rasterize");
   ASSERT_TRUE(settings);

@@ -118,7 +118,8 @@ TEST_F(ResampleVerb, TheSourcesOwnResolutionCopiesThePixels) {
     const auto copy = io::importRasterImage(output);
     EXPECT_EQ(onlyRaster(*copy).record, onlyRaster(*source).record) << method;
     EXPECT_TRUE(onlyRaster(*copy).samePixels(onlyRaster(*source))) << method;
-    EXPECT_NEAR(io::rasterResolution(onlyRaster(*copy)), 150, 0.01) << method;
+    // PNG keeps whole pixels per metre: 150 ppi is stored as 5906 per metre, 150.0124 ppi.
+    EXPECT_NEAR(io::rasterResolution(onlyRaster(*copy)), 150, 0.02) << method;
   }
 }
 
