@@ -12,7 +12,8 @@ The files are those of bench/corpus/files.txt without filters (our importer draw
 unfiltered, so those pixels cannot match). Pages smaller than 64 px are rendered at 4x (384 ppi)
 so that an icon is compared on more than a few hundred pixels. causes.tsv beside this script
 says, per file, why a file falls short of 30 dB where that was investigated; the table shows it
-next to the figure, together with the importer's warnings from our own run.
+next to the figure, together with the importer's warnings from our own run; findings.md, what
+was found by hand about the causes, follows the table in RESULTS.md.
 
 Without rsvg-convert (Debian librsvg2-bin: scripts/install-deps bench) it says so and exits 0.
 """
@@ -197,6 +198,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument('--tool', default=os.path.join(ROOT, 'build', 'refhost', 'cli', 'rasterize'))
     parser.add_argument('--only', help='only the corpus files whose name contains this')
+    parser.add_argument('--svg', nargs='+', help='compare these files instead of the corpus')
     parser.add_argument('--keep', help='keep both renderings of each file in this folder')
     parser.add_argument('--results', help='write the table into this RESULTS.md under "## Rendering quality"')
     parser.add_argument('--command', help='the command line to quote in RESULTS.md (default: this run\'s)')
@@ -210,7 +212,8 @@ def main():
     why = causes()
     rows, skipped = [], []
     with tempfile.TemporaryDirectory() as folder:
-        for name, filtered in corpus_files(args.only):
+        files = [(os.path.abspath(path), False) for path in args.svg] if args.svg else corpus_files(args.only)
+        for name, filtered in files:
             if filtered:
                 skipped.append(name)
                 continue
@@ -247,6 +250,10 @@ def main():
                 f'files of `bench/corpus/files.txt` without filters, at 96 ppi (pages under {SMALL_PAGE} px at '
                 f'384 ppi). Target: at least {TARGET_DB:.0f} dB per file.\n\n'
                 f'```sh\n{command}\n```\n\n' + table + '\n\n' + summary + '\n')
+        findings = os.path.join(HERE, 'findings.md')
+        if os.path.exists(findings):
+            with open(findings, encoding='utf-8') as f:
+                body += '\n' + f.read()
         replace_section(args.results, '## Rendering quality', body)
     return 0
 
