@@ -33,6 +33,9 @@ class TestControls {
   // would take the outstanding total above `blockTotalCap`.
   size_t blockSizeCap = SIZE_MAX;
   size_t blockTotalCap = SIZE_MAX;
+  // DW Raster Suite: a raster record whose pixels would take more bytes than this is refused as
+  // out of memory (the fuzzers keep legitimate but giant rasters within their memory limit).
+  size_t rasterBytesCap = SIZE_MAX;
 
   // The `n`th counted host call (1-based) answers `code` instead of doing its work. With a suite
   // (and a function) given, only calls of that suite (function) are counted towards n.

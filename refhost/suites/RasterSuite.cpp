@@ -41,6 +41,9 @@ DWErr SetRasterRecord(DWArtHandle raster, const DWRasterRecord* record) {
   s.bitsPerPixel = record->bitsPerPixel;
   s.originalColorSpace = record->originalColorSpace;
   if (!render::validateRasterRecord(s).empty()) return kHostBadParameter;
+  RasterData probe;
+  probe.record = s;
+  if (probe.storageSize() > Host::current().controls().rasterBytesCap) return kHostOutOfMemory;
   return guarded([&] {
     r->setRecord(s);
     r->channels.clear();
