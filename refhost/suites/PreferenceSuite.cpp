@@ -15,8 +15,8 @@ DWErr GetIntegerPreference(const char* prefix, const char* key, int32_t* value) 
   return guarded([&] {
     if (const auto stored = preferences().getInteger(prefix, key))
       *value = *stored;
-    else if (const auto real = preferences().getReal(prefix, key))
-      *value = int32_t(*real);
+    else if (const auto real = preferences().getReal(prefix, key); real && *real > -2147483649.0 && *real < 2147483648.0)
+      *value = int32_t(*real);  // a real beyond an integer (or NaN) reads as missing
     return kDWNoErr;
   });
 }
