@@ -90,8 +90,12 @@ TEST(SpotColors, TwentyEightSpotsAskFirst) {
     std::vector<Art*> art;
     for (CustomColorId spot : makeSpots(*p.doc, 28)) art.push_back(p.add({0, 0, kSide, kSide}, Paint::spotColor(spot)));
     p.host.controls().questionAnswers.push_back(c.goOn);
-    const PluginHost::Result r = p.rasterize(p.artSet(art), keepingSpots(), Rect{0, kSide, kSide, 0});
+    const DWArtSetHandle set = p.artSet(art);
+    const size_t artBefore = p.doc->artArenaSize();
+    const PluginHost::Result r = p.rasterize(set, keepingSpots(), Rect{0, kSide, kSide, 0});
     EXPECT_EQ(r.code, c.code) << c.name;
+    // Cancelled before planning: not even a raster art made and disposed again.
+    EXPECT_EQ(p.doc->artArenaSize() - artBefore, c.colorSpace < 0 ? 0u : 1u) << c.name << ": art objects made";
     ASSERT_EQ(p.host.ui().alerts().size(), 1u) << c.name;
     EXPECT_EQ(p.host.ui().alerts()[0].kind, Alert::Kind::Question) << c.name;
     EXPECT_NE(p.host.ui().alerts()[0].text.find("maximum of 27 spot colors"), std::string::npos) << c.name;
