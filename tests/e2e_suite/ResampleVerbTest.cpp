@@ -123,6 +123,36 @@ TEST_F(ResampleVerb, TheSourcesOwnResolutionCopiesThePixels) {
   }
 }
 
+// The new size is the source's length in points at the new resolution, rounded half up.
+TEST_F(ResampleVerb, TheNewSizeIsTheSourcesLengthAtTheNewResolution) {
+  struct Case {
+    const char* name;
+    int32_t width, height;
+    double ppi;
+    const char* resolution;
+    int32_t newWidth, newHeight;
+  };
+  const Case cases[] = {
+      {"1000 pixels at 300 ppi to 100", 1000, 6, 300, "100", 333, 2},
+      {"a width of exactly 332.5", 665, 9, 72, "36", 333, 5},
+  };
+  for (const Case& c : cases) {
+    {
+      Document document;
+      document.setCurrentLayer(document.newLayer("Photos"));
+      addPatternRaster(document, "photo", c.width, c.height, c.ppi);
+      io::saveDocument(document, file("in.json"));
+    }
+    const ToolRun run = rasterize("resample '" + file("in.json") + "' --select photo --resolution " + c.resolution +
+                                  " --method nearest -o '" + file("out.json") + "'");
+    ASSERT_EQ(run.status, 0) << c.name << ": " << run.errors;
+    const auto result = io::loadDocument(file("out.json"));
+    const RasterData& made = onlyRaster(*result);
+    EXPECT_EQ(made.width(), c.newWidth) << c.name;
+    EXPECT_EQ(made.height(), c.newHeight) << c.name;
+  }
+}
+
 TEST_F(ResampleVerb, ARotatedRasterInADocumentKeepsItsRotation) {
   const Matrix placement = Matrix::translation(100, 200) * Matrix::rotation(0.5);
   {
