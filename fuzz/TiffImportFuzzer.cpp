@@ -3,19 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "fuzz/MemoryFile.h"
-#include "fuzz/NativeRoundTrip.h"
-#include "refhost/io/IoError.h"
-#include "refhost/io/RasterImport.h"
+#include "fuzz/RasterImportCheck.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const fuzz::MemoryFile file(data, size);
-  std::unique_ptr<refhost::Document> document;
-  try {
-    document = refhost::io::importRasterImage(file.path());
-  } catch (const refhost::io::IoError&) {
-    return 0;
-  }
-  fuzz::checkNativeRoundTrip(*document);
+  fuzz::checkRasterImport(data, size);
   return 0;
 }
