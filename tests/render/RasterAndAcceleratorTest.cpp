@@ -150,6 +150,45 @@ TEST(Accelerator, ReductionsMatchPlainBoxSums) {
   }
 }
 
+// The whole-pixel routines take a row-wise path for factors 2 and 4; padded rows, a source wider
+// and taller than the blocks need, and an output wider apart than its pixels must give what the
+// channel-by-channel routines give.
+TEST(Accelerator, RowWiseReductionsMatchTheChannelRoutinesOnPaddedLayouts) {
+  std::mt19937 rng(11);
+  std::uniform_int_distribution<int> byte(0, 255), coin(0, 3);
+  for (int f : {2, 3, 4}) {
+    for (int c : {1, 2, 3, 4, 5, 7, 8}) {
+      const int w = 9, h = 4, sw = w * f + 3, sh = h * f + 1, srcStride = sw * c + 6, dstStride = w * c + 5;
+      std::vector<std::uint8_t> src(static_cast<std::size_t>(srcStride * sh));
+      for (std::size_t i = 0; i < src.size(); ++i) {
+        const bool alphaByte = (i % static_cast<std::size_t>(srcStride)) % static_cast<std::size_t>(c) == 0;
+        // Fully transparent samples and whole transparent blocks (coin) among the rest.
+        src[i] = static_cast<std::uint8_t>(alphaByte && coin(rng) != 0 ? (coin(rng) == 0 ? 255 : 0) : byte(rng));
+      }
+      const std::vector<std::uint8_t> start(static_cast<std::size_t>(dstStride * h), 0x5A);
+      std::vector<std::uint8_t> whole = start, weighted = start, plainChannels = start, weightedChannels = start;
+      const DWImageDescriptor s{src.data(), sh, srcStride, sw, c};
+      const std::string name = "f " + std::to_string(f) + " channels " + std::to_string(c);
+      ASSERT_EQ(reducePixels(s, DWImageDescriptor{whole.data(), h, dstStride, w, c}, f), kDWNoErr) << name;
+      for (int k = 0; k < c; ++k) {
+        const DWImageDescriptor sk{src.data() + k, sh, srcStride, sw, c};
+        ASSERT_EQ(reduceChannel(sk, DWImageDescriptor{plainChannels.data() + k, h, dstStride, w, c}, f), kDWNoErr) << name;
+      }
+      EXPECT_EQ(whole, plainChannels) << name;
+      if (c < 2) continue;
+      ASSERT_EQ(reducePixelsWithAlpha(s, s, DWImageDescriptor{weighted.data(), h, dstStride, w, c}, f), kDWNoErr) << name;
+      ASSERT_EQ(reduceChannel(s, DWImageDescriptor{weightedChannels.data(), h, dstStride, w, c}, f), kDWNoErr) << name;
+      for (int k = 1; k < c; ++k) {
+        const DWImageDescriptor sk{src.data() + k, sh, srcStride, sw, c};
+        ASSERT_EQ(reduceChannelWeighted(sk, s, DWImageDescriptor{weightedChannels.data() + k, h, dstStride, w, c}, f),
+                  kDWNoErr)
+            << name;
+      }
+      EXPECT_EQ(weighted, weightedChannels) << name << " with alpha";
+    }
+  }
+}
+
 TEST(Accelerator, PixelRoutinesCanDeclineSoTheChannelPathRuns) {
   std::vector<std::uint8_t> src(16, 9), dst(4, 0);
   const DWImageDescriptor s{src.data(), 4, 4, 4, 1}, d{dst.data(), 2, 2, 2, 1};
