@@ -58,9 +58,62 @@ inline std::int32_t zeroRun(const std::uint8_t* c, std::int32_t i, std::int32_t 
   return i - start;
 }
 
+// Length of the run of full coverage starting at i (at most n - i).
+inline std::int32_t fullRun(const std::uint8_t* c, std::int32_t i, std::int32_t n) {
+  const std::int32_t start = i;
+  while (i + 8 <= n) {
+    std::uint64_t w;
+    std::memcpy(&w, c + i, 8);
+    if (w != ~std::uint64_t(0)) break;
+    i += 8;
+  }
+  while (i < n && c[i] == 255) ++i;
+  return i - start;
+}
+
+// Sixteen copies of one pixel, so runs of it are stored by wide copies instead of pixel by pixel.
+template <int N>
+struct PixelPattern {
+  std::uint8_t bytes[N * 16];
+  explicit PixelPattern(const std::uint8_t* pixel) {
+    for (int i = 0; i < 16; ++i) std::memcpy(bytes + i * N, pixel, N);
+  }
+  void fill(std::uint8_t* d, std::int32_t count) const {
+    if (N == 1) {
+      std::memset(d, bytes[0], static_cast<std::size_t>(count));
+      return;
+    }
+    for (; count >= 16; count -= 16, d += N * 16) std::memcpy(d, bytes, N * 16);
+    std::memcpy(d, bytes, static_cast<std::size_t>(count) * N);
+  }
+};
+
 template <int N>
 void solidOpaqueDst(std::uint8_t* p, std::int32_t n, const std::uint8_t* cov, const SolidSource& src, int bpp) {
   const std::uint32_t sa = src.alpha;
+  if (N > 0 && sa == 255) {
+    // Opaque paint: spans of full coverage are runs of the colour, spans of none are skipped,
+    // and only the edge pixels between them are blended.
+    const PixelPattern<N> pattern(src.color);
+    if (!cov) {
+      pattern.fill(p, n);
+      return;
+    }
+    for (std::int32_t i = 0; i < n;) {
+      if (const std::int32_t z = zeroRun(cov, i, n)) {
+        i += z;
+        continue;
+      }
+      if (const std::int32_t f = fullRun(cov, i, n)) {
+        pattern.fill(p + static_cast<std::ptrdiff_t>(i) * N, f);
+        i += f;
+        continue;
+      }
+      blendOverN<N>(p + static_cast<std::ptrdiff_t>(i) * N, src.color, cov[i]);
+      ++i;
+    }
+    return;
+  }
   for (std::int32_t i = 0; i < n;) {
     if (cov) {
       const std::int32_t z = zeroRun(cov, i, n);

@@ -97,3 +97,52 @@ TEST(Compositor, PartialCoverageOverTransparencyKeepsTheColour) {
     EXPECT_EQ(px[3], 90) << cov;
   }
 }
+
+// Long rows whose coverage comes in runs of none, full and partial, as shape interiors and edges
+// give them: the span paths must store what the per-pixel formula gives for every pixel.
+TEST(Compositor, RunsOfCoverageMatchThePixelFormula) {
+  std::mt19937 rng(977);
+  std::uniform_int_distribution<int> byte(0, 255), kind(0, 2), length(0, 40);
+  const int width = 301;
+  for (int bpp : {1, 3, 4, 5}) {
+    for (int sourceAlpha : {255, 200}) {
+      for (bool pixels : {false, true}) {
+        std::vector<std::uint8_t> coverage(static_cast<std::size_t>(width));
+        for (int x = 0; x < width;) {
+          const int k = kind(rng), n = length(rng);
+          for (int i = 0; i < n && x < width; ++i, ++x)
+            coverage[static_cast<std::size_t>(x)] = static_cast<std::uint8_t>(k == 0 ? 0 : k == 1 ? 255 : byte(rng));
+        }
+        std::vector<std::uint8_t> px(static_cast<std::size_t>(width * bpp));
+        for (auto& b : px) b = static_cast<std::uint8_t>(byte(rng));
+        std::vector<std::uint8_t> expected = px;
+        // Source pixels: alpha first, then bpp colour bytes; a solid source repeats one colour.
+        SolidSource solid;
+        for (int k = 0; k < bpp; ++k) solid.color[k] = static_cast<std::uint8_t>(byte(rng));
+        solid.alpha = static_cast<std::uint8_t>(sourceAlpha);
+        std::vector<std::uint8_t> source(static_cast<std::size_t>(width * (bpp + 1)));
+        for (int x = 0; x < width; ++x) {
+          std::uint8_t* s = &source[static_cast<std::size_t>(x * (bpp + 1))];
+          s[0] = x % 7 == 0 ? 255 : static_cast<std::uint8_t>(byte(rng));
+          for (int k = 0; k < bpp; ++k) s[1 + k] = pixels ? static_cast<std::uint8_t>(byte(rng)) : solid.color[k];
+          if (!pixels) s[0] = solid.alpha;
+        }
+        for (int x = 0; x < width; ++x) {
+          const std::uint8_t* s = &source[static_cast<std::size_t>(x * (bpp + 1))];
+          std::uint32_t a = pixels ? div255(std::uint32_t(s[0]) * std::uint32_t(sourceAlpha)) : s[0];
+          a = div255(a * coverage[static_cast<std::size_t>(x)]);
+          for (int k = 0; k < bpp; ++k) {
+            std::uint8_t& d = expected[static_cast<std::size_t>(x * bpp + k)];
+            d = static_cast<std::uint8_t>(div255(s[1 + k] * a + d * (255 - a)));
+          }
+        }
+        const Surface surface = surfaceOver(px, bpp, false, width);
+        if (pixels)
+          compositePixels(surface, 0, 0, width, coverage.data(), source.data(), static_cast<std::uint8_t>(sourceAlpha));
+        else
+          compositeSolid(surface, 0, 0, width, coverage.data(), solid);
+        EXPECT_EQ(px, expected) << "bpp " << bpp << " source alpha " << sourceAlpha << (pixels ? " pixels" : " solid");
+      }
+    }
+  }
+}
