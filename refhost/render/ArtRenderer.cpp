@@ -275,19 +275,55 @@ void ArtRenderer::paint(const Matrix& m, const Box& extent, const Builder& outli
   compositeMask(p, alpha, m, artBounds);
 }
 
+namespace {
+
+// Shapes cover a fraction of their bounding box's rows: the empty ends are skipped eight bytes a
+// step. Narrows [a, b) to the covered part; false when nothing is covered.
+bool trimZeros(const std::uint8_t* row, std::int32_t& a, std::int32_t& b) {
+  std::uint64_t w;
+  while (a + 8 <= b && (std::memcpy(&w, row + a, 8), w == 0)) a += 8;
+  while (a < b && row[a] == 0) ++a;
+  while (b - 8 >= a && (std::memcpy(&w, row + b - 8, 8), w == 0)) b -= 8;
+  while (b > a && row[b - 1] == 0) --b;
+  return a < b;
+}
+
+// out = coverage x clip / 255, rounded; runs of full or no clip are copies and zeros.
+void clipCoverage(const std::uint8_t* row, const std::uint8_t* clip, std::uint8_t* out, std::int32_t n) {
+  std::int32_t i = 0;
+  while (i < n) {
+    if (i + 8 <= n) {
+      std::uint64_t w;
+      std::memcpy(&w, clip + i, 8);
+      if (w == ~std::uint64_t(0)) {
+        std::memcpy(out + i, row + i, 8);
+        i += 8;
+        continue;
+      }
+      if (w == 0) {
+        std::memset(out + i, 0, 8);
+        i += 8;
+        continue;
+      }
+    }
+    out[i] = static_cast<std::uint8_t>(div255(row[i] * clip[i]));
+    ++i;
+  }
+}
+
+}  // namespace
+
 const std::uint8_t* ArtRenderer::coverageRow(const CoverageMask& mask, std::int32_t y, std::int32_t& x0, std::int32_t& x1) {
   const std::uint8_t* row = mask.row(y) + (x0 - mask.region().left);
+  std::int32_t a = 0, b = x1 - x0;
+  if (!trimZeros(row, a, b)) return nullptr;
   const ClipLevel& clip = *clips_[static_cast<std::size_t>(clipDepth_)];
   if (clip.hasMask) {
     const std::uint8_t* c = clip.mask.row(y) + (x0 - clip.mask.region().left);
-    const std::int32_t n = x1 - x0;
-    for (std::int32_t i = 0; i < n; ++i) coverage_[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(div255(row[i] * c[i]));
+    clipCoverage(row + a, c + a, coverage_.data() + a, b - a);
     row = coverage_.data();
+    if (!trimZeros(row, a, b)) return nullptr;
   }
-  std::int32_t a = 0, b = x1 - x0;
-  while (a < b && row[a] == 0) ++a;
-  while (b > a && row[b - 1] == 0) --b;
-  if (a == b) return nullptr;
   x0 += a;
   x1 = x0 + (b - a);
   return row + a;
