@@ -120,7 +120,8 @@ bool acceleratedFill(const DWHVExtensionSuite& suite, int32_t type, const Backgr
     }
     return true;
   }
-  if (pixel.size != 3 && pixel.size != 5) return false;
+  // A pixel of equal bytes (white, black, no ink) is a byte fill, which the C library does faster.
+  if ((pixel.size != 3 && pixel.size != 5) || uniform(pixel)) return false;
   // Four pixels make 3 or 5 whole 32-bit words.
   uint32_t words[5];
   uint8_t quad[20];
