@@ -13,7 +13,8 @@
 # 300: it composites group opacity through full-size layers, which on some files takes many
 # minutes; a run stopped there is recorded with the limit as its time and "limit" in the last
 # column, which understates the peer's time), BACKGROUND (white, the default, or transparent); RASTERIZE, PLUGIN and
-# ENCODE_TIME override the programs taken from BUILD_DIR; OUR_PNG_SETTINGS the png_encode_time
+# ENCODE_TIME override the programs taken from BUILD_DIR; WITH_PEER=0 runs only our tool (to
+# compare two builds of ours against one run of the peer); OUR_PNG_SETTINGS the png_encode_time
 # options that stand for our PNG writer (for an older build).
 #
 # Both tools anti-alias: ours by 4 x 4 supersampling (2 x 2 for rasters 3277 pixels wide or
@@ -33,6 +34,7 @@ work="${2:-/tmp/rasterize-peers-e2e}"
 ppis="${PPIS:-150 300 600}"
 runs="${RUNS:-3}"
 limit="${PEER_LIMIT:-300}"
+with_peer="${WITH_PEER:-1}"
 background="${BACKGROUND:-white}"
 read -r -a OUR_PNG <<<"${OUR_PNG_SETTINGS:---level 6 --filter paeth}"
 
@@ -100,6 +102,7 @@ for file in "${files[@]}"; do
     printf '%s\t%s\tours\t%s\t%s\t%s\t%s\t%s\t%.1f\t%s\t%s\t%s\t%s\n' "$name" "$ppi" "$width" "$height" "$wall" "$user" "$sys" \
       "$(awk -v k="$peak" 'BEGIN { print k / 1024 }')" "$bytes" "$enc" "${engine:-}" "" >>"$results"
 
+    [[ "$with_peer" == 1 ]] || continue
     read -r wall user sys peak <<<"$(best_of prlimit --cpu="$limit" rsvg-convert -z "$zoom" "${rsvg_bg[@]}" -o "$work/rsvg-$name-$ppi.png" "$file")"
     if [[ "$user" != "$limit"* ]] && png_size "$work/rsvg-$name-$ppi.png" >/dev/null 2>&1; then
       read -r width height <<<"$(png_size "$work/rsvg-$name-$ppi.png")"
