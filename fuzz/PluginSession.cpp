@@ -35,8 +35,9 @@ PluginSession::PluginSession() {
   host.controls().blockSizeCap = size_t(64) << 20;
   host.controls().blockTotalCap = size_t(256) << 20;
   // A raster the plug-in may legitimately ask for (up to 32767 pixels a side) can be far beyond
-  // the fuzzer's memory limit; the host refuses it as out of memory, and the plug-in must cope.
-  host.controls().rasterBytesCap = size_t(64) << 20;
+  // the fuzzer's memory and time limits; the host refuses it as out of memory, and the plug-in
+  // must cope.
+  host.controls().rasterBytesCap = size_t(16) << 20;
   host.setDocument(std::make_unique<Document>());
   doc = host.document();
   doc->newLayer("Layer 1");
