@@ -24,8 +24,14 @@ struct ToolRun {
   std::string err;
 };
 
+// Named after the running test: CTest runs the tests of this program in parallel processes.
+std::string path(const std::string& name) {
+  return ::testing::TempDir() + "command_cli_" + ::testing::UnitTest::GetInstance()->current_test_info()->name() +
+         "_" + name;
+}
+
 ToolRun run(const std::string& arguments) {
-  const std::string errFile = ::testing::TempDir() + "command_cli_stderr.txt";
+  const std::string errFile = path("stderr.txt");
   const std::string command = kToolPath + " --plugin " + kPluginPath + " " + arguments + " 2>" + errFile;
   ToolRun result;
   FILE* pipe = popen(command.c_str(), "r");
@@ -45,8 +51,6 @@ bool exists(const std::string& path) {
   struct stat info;
   return stat(path.c_str(), &info) == 0;
 }
-
-std::string path(const std::string& name) { return ::testing::TempDir() + "command_cli_" + name; }
 
 Art* rect(Document& doc, const std::string& name, double left, double bottom, double right, double top) {
   Art* art = doc.newArt(ArtKind::Path, PaintOrder::AboveAll, nullptr);
