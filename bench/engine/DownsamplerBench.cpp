@@ -106,6 +106,23 @@ int registerAll() {
         benchmark::RegisterBenchmark(("Memcpy/" + suffix).c_str(), BM_Memcpy, family, factor, budget)
             ->Unit(benchmark::kMillisecond);
       }
+  // The engine reduces one tile per slot and processor at the same time: each thread here has its
+  // own tiles, and bytes per second of wall time are summed over the threads, so threads:2 against
+  // threads:1 is the scaling of a batch (memory bandwidth is shared).
+  for (const Family& family : kFamilies)
+    for (int32_t factor : {2, 4}) {
+      const std::string suffix = std::string(family.name) + "/f" + std::to_string(factor) + "/budget20MiB";
+      benchmark::RegisterBenchmark(("DownsampleThreads/" + suffix).c_str(), BM_Downsample, family, factor, kBudgets[0])
+          ->Unit(benchmark::kMillisecond)
+          ->UseRealTime()
+          ->Threads(1)
+          ->Threads(2);
+      benchmark::RegisterBenchmark(("MemcpyThreads/" + suffix).c_str(), BM_Memcpy, family, factor, kBudgets[0])
+          ->Unit(benchmark::kMillisecond)
+          ->UseRealTime()
+          ->Threads(1)
+          ->Threads(2);
+    }
   return 0;
 }
 
