@@ -22,7 +22,9 @@ struct ToolRun {
 };
 
 ToolRun run(const std::string& arguments) {
-  const std::string errFile = ::testing::TempDir() + "effect_cli_stderr.txt";
+  // Named after the running test: CTest runs the tests of this program in parallel processes.
+  const std::string errFile = ::testing::TempDir() + "effect_cli_stderr_" +
+                              ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".txt";
   const std::string command =
       kToolPath + " --plugin " + kPluginPath + " " + arguments + " >/dev/null 2>" + errFile;
   ToolRun result;
