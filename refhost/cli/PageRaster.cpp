@@ -40,15 +40,23 @@ double resolutionForPixels(double extent, double padding, int32_t pixels) {
 double settleResolution(const Rect& page, double padding, double resolution, uint32_t options) {
   const bool snaps = !(options & kRasterizeNoPixelSnap) && std::fabs(resolution / 72.0 - 1.0) <= 0.01;
   if (snaps || !(resolution > 0.0) || !std::isfinite(resolution)) return resolution;
-  const auto whole = [&](double extent) {
+  // A side counts as whole when its exact pixel size is an integer up to rounding error.
+  const auto measure = [&](double extent, double& pixels) {
     const double exact = (extent + 2 * padding) * (resolution / 72.0);
     const double nearest = std::round(exact);
-    return std::fabs(exact - nearest) <= 1e-9 * std::max(1.0, nearest) ? nearest : std::ceil(exact);
+    const bool whole = std::fabs(exact - nearest) <= 1e-9 * std::max(1.0, nearest);
+    pixels = whole ? nearest : std::ceil(exact);
+    return whole;
   };
-  const double width = whole(page.width()), height = whole(page.height());
+  double width = 0.0, height = 0.0;
+  const bool wholeWidth = measure(page.width(), width), wholeHeight = measure(page.height(), height);
+  // A page of a fractional pixel size keeps its scale: the engine rounds the size up and the last
+  // column or row is part page, part background, as other SVG tools draw it.
+  if (!wholeWidth && !wholeHeight) return resolution;
   if (width < 1.0 || height < 1.0 || width > 32767.0 || height > 32767.0) return resolution;
-  // The wider side fixes the resolution; the other must still come out as intended.
-  const bool byWidth = page.width() >= page.height();
+  // A whole side fixes the resolution (the wider one when both are); the other must still come out
+  // as intended.
+  const bool byWidth = wholeWidth && (!wholeHeight || page.width() >= page.height());
   const double settled = resolutionForPixels(byWidth ? page.width() : page.height(), padding,
                                              int32_t(byWidth ? width : height));
   const bool fits = pixelsAt(page.width(), padding, settled) == int64_t(width) &&

@@ -24,10 +24,12 @@ double resolutionForPixels(double extent, double padding, int32_t pixels);
 // Pixels the engine makes of `extent` points with the padding at `resolution`, without grid snapping.
 int64_t pixelsAt(double extent, double padding, double resolution);
 
-// The resolution moved by a few units in the last place when the page's pixel size is a whole
+// The resolution moved by a few units in the last place when a side's pixel size is a whole
 // number up to rounding error (30 pt at 300 ppi is 125.00000000000001 pixels, which the engine
-// rounds up to 126), so that the page gets the pixels other SVG tools give it. Left alone near
-// 72 ppi unless `options` has NoPixelSnap, since the engine then snaps the bounds to whole points.
+// rounds up to 126), so that the page gets the pixels other SVG tools give it. A page whose sides
+// are both fractional keeps the resolution: its size is rounded up and the art is not stretched.
+// Left alone near 72 ppi unless `options` has NoPixelSnap, since the engine then snaps the bounds
+// to whole points.
 double settleResolution(const Rect& page, double padding, double resolution, uint32_t options);
 
 // Prepares the open document for a page render: hidden layers are not drawn, and a new hidden,

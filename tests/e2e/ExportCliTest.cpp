@@ -97,6 +97,29 @@ TEST(ExportCli, RendersThePageAtTheAskedSize) {
   EXPECT_EQ(readFile(temp("e.tif")).substr(0, 4), std::string("II*\0", 4)) << "a little-endian TIFF";
 }
 
+// A page 40.5 x 20.25 px at 96 ppi becomes 41 x 21 pixels at the same scale: the rectangle keeps
+// its exact pixels and the part-page column and row show the background, nothing is stretched.
+TEST(ExportCli, AFractionalPageKeepsItsScale) {
+  const std::string svg = temp("fractional.svg"), out = temp("fractional.png");
+  std::ofstream(svg) << R"(<svg xmlns="http://www.w3.org/2000/svg" width="40.5" height="20.25" viewBox="0 0 40.5 20.25">
+  <rect x="10" y="4" width="20" height="8" fill="#ff0000"/>
+</svg>)";
+  const ToolRun r = run(svg + " --resolution 96 -o " + out);
+  ASSERT_EQ(r.status, 0) << r.err;
+  const std::shared_ptr<Image> image = readPng(out);
+  ASSERT_TRUE(image);
+  ASSERT_EQ(image->width, 41);
+  ASSERT_EQ(image->height, 21);
+  int wrong = 0;
+  for (int y = 0; y < image->height; ++y)
+    for (int x = 0; x < image->width; ++x) {
+      const bool inside = x >= 10 && x < 30 && y >= 4 && y < 12;
+      const std::uint8_t* got = &image->rgba[(size_t(y) * size_t(image->width) + size_t(x)) * 4];
+      const bool same = inside ? got[0] == 255 && got[1] == 0 && got[2] == 0 : got[0] == 255 && got[1] == 255 && got[2] == 255;
+      if (!same && ++wrong <= 3) ADD_FAILURE() << "pixel (" << x << ", " << y << ")";
+    }
+}
+
 TEST(ExportCli, KeepsThePerformanceLog) {
   const std::string log = temp("performance.log");
   std::remove(log.c_str());
