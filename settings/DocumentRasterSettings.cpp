@@ -20,12 +20,30 @@ int32_t defaultTypeForMode(int32_t mode) {
   return int32_t(RasterType::RgbTransparent);
 }
 
+// The document's dictionary for writing. A refusal of the host is kept in `error` and reported at
+// the first write, so that an unchanged record still succeeds.
+DictionaryRef documentDictionaryForWriting(DWErr& error) {
+  error = kDWNoErr;
+  if (!gSuites.document) return DictionaryRef();
+  DWDictionaryRef dictionary = nullptr;
+  error = gSuites.document->GetDictionary(&dictionary);
+  return error == kDWNoErr ? DictionaryRef(dictionary) : DictionaryRef();
+}
+
+// The settings entry of `document` when it has one; a refused lookup goes to `error`.
+DictionaryRef existingSettingsEntry(DWDictionaryRef document, DWErr& error) {
+  if (!hasEntry(document, keys::DocumentSettingsEntry)) return DictionaryRef();
+  DWDictionaryRef entry = nullptr;
+  error = gSuites.dictionary->GetDictEntry(document, gSuites.dictionary->MakeKey(keys::DocumentSettingsEntry), &entry);
+  return error == kDWNoErr ? DictionaryRef(entry) : DictionaryRef();
+}
+
 // The document's settings entry, created empty when the document has a dictionary but no entry.
-// createError is the host's refusal to create or store it, reported at the first write.
+// createError is the host's refusal to find, create or store it, reported at the first write.
 DictionaryRef settingsEntryForWriting(DWDictionaryRef document, DWErr& createError) {
   createError = kDWNoErr;
-  DictionaryRef entry = dictionaryEntry(document, keys::DocumentSettingsEntry);
-  if (entry || !document || !gSuites.dictionary) return entry;
+  DictionaryRef entry = existingSettingsEntry(document, createError);
+  if (entry || createError != kDWNoErr || !document || !gSuites.dictionary) return entry;
 
   DWDictionaryRef created = nullptr;
   createError = gSuites.dictionary->CreateDictionary(&created);
@@ -35,7 +53,7 @@ DictionaryRef settingsEntryForWriting(DWDictionaryRef document, DWErr& createErr
                                                  created);
   if (createError != kDWNoErr) return DictionaryRef();
   // Read it back rather than keep the created one: the host may have stored a copy.
-  return dictionaryEntry(document, keys::DocumentSettingsEntry);
+  return existingSettingsEntry(document, createError);
 }
 
 }  // namespace
@@ -93,9 +111,10 @@ DWErr writeDocumentRasterSettings(const RasterizeSettings* record) {
   if (!record) return BadParameterError;
   const RasterizeSettings& next = *record;
 
-  const DictionaryRef document = documentDictionary();
   DWErr entryError = kDWNoErr;
-  const DictionaryRef entry = settingsEntryForWriting(document.get(), entryError);
+  const DictionaryRef document = documentDictionaryForWriting(entryError);
+  const DictionaryRef entry =
+      entryError == kDWNoErr ? settingsEntryForWriting(document.get(), entryError) : DictionaryRef();
   const RasterizeSettings current = currentDocumentRasterSettings();
 
   int32_t mode = 0;
