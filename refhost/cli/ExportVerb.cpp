@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <unistd.h>
 
 #include <cctype>
 #include <cstdio>
@@ -10,6 +9,7 @@
 #include "refhost/cli/DocumentFiles.h"
 #include "refhost/cli/PageRaster.h"
 #include "refhost/cli/RasterizeFlags.h"
+#include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
 #include "refhost/cli/WholeDocument.h"
 #include "refhost/document/Document.h"
@@ -52,27 +52,6 @@ struct ExportRequest {
   RasterizeFlags flags;
 };
 
-// The images are written under temporary names and renamed together at the end, so a failure (or
-// Ctrl-C) at any point leaves no output and no earlier file changed.
-class StagedOutputs {
- public:
-  ~StagedOutputs() {
-    for (const auto& file : files_) std::remove(file.second.c_str());
-  }
-  std::string stage(const std::string& target) {
-    files_.emplace_back(target, target + ".part-" + std::to_string(::getpid()));
-    return files_.back().second;
-  }
-  void commit() {
-    for (const auto& file : files_)
-      if (std::rename(file.second.c_str(), file.first.c_str()) != 0) throw ToolError(file.first + ": cannot be written");
-    files_.clear();
-  }
-
- private:
-  std::vector<std::pair<std::string, std::string>> files_;  // target, temporary
-};
-
 void exportPage(Tool& tool, const ExportRequest& request) {
   const Format format = outputFormat(request.output);
   if (!request.preview.empty() && outputFormat(request.preview) != Format::Png)
@@ -110,7 +89,7 @@ void exportPage(Tool& tool, const ExportRequest& request) {
   tool.check(result, "rendering " + request.input);
   session->end();
 
-  StagedOutputs outputs;
+  StagedFiles outputs;  // images renamed together at the end: a failure leaves none
   try {
     const io::RasterSource source = io::rasterSourceOf(*raster);
     if (format == Format::Png)
