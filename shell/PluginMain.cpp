@@ -12,7 +12,14 @@
 #define DW_EXPORT __attribute__((visibility("default")))
 
 // The property list, readable from the file before the library is loaded (the resource on Windows).
-__attribute__((section(kDWPluginPropertiesSection), used)) static const unsigned char kPluginProperties[] = {
+// The section must hold exactly its 154 bytes: clang's AddressSanitizer would pad the array with a
+// red zone (GCC leaves globals in named sections alone).
+#if defined(__clang__)
+#define DW_UNPADDED __attribute__((no_sanitize("address")))
+#else
+#define DW_UNPADDED
+#endif
+__attribute__((section(kDWPluginPropertiesSection), used)) DW_UNPADDED static const unsigned char kPluginProperties[] = {
 #include "host/plugin_properties/PluginProperties.inc"
 };
 static_assert(sizeof(kPluginProperties) == kDWPluginPropertiesSize, "the property list is 154 bytes");
