@@ -2,8 +2,10 @@
 // built to exhaust the reader, and flags with absurd numbers: each run ends with exit status 1 and
 // one line "error: ..." naming the problem, and leaves nothing in the output folder.
 #include <gtest/gtest.h>
+
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -152,7 +154,7 @@ TEST(BadInputCli, EachFailsWithOneErrorLineAndWritesNothing) {
     const std::vector<std::string> before = entries(dir);
 
     const std::string arguments = substitute(substitute(c.arguments, "INPUT", input), "OUT", dir);
-    const ToolRun r = run(arguments, ::testing::TempDir() + "bad_input_stderr.txt");
+    const ToolRun r = run(arguments, ::testing::TempDir() + "bad_input_stderr_" + std::to_string(getpid()) + ".txt");
     EXPECT_EQ(r.status, 1) << c.name << ": " << r.err;
     EXPECT_EQ(r.err.rfind("error: ", 0), 0u) << c.name << ": " << r.err;
     EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << c.name << ": " << r.err;

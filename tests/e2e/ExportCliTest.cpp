@@ -1,7 +1,9 @@
 // `rasterize export` as a user runs it: the page of an SVG through the real plug-in into image
 // files, one-line errors, and nothing written when anything fails.
 #include <gtest/gtest.h>
+
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -23,7 +25,10 @@ struct ToolRun {
   std::string err;
 };
 
-std::string temp(const std::string& name) { return ::testing::TempDir() + "e2e_export_" + name; }
+// Per process: ctest runs this file's tests side by side, and they share file names.
+std::string temp(const std::string& name) {
+  return ::testing::TempDir() + "e2e_export_" + std::to_string(getpid()) + "_" + name;
+}
 
 std::string readFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -21,7 +22,8 @@ struct ToolRun {
 };
 
 ToolRun run(const std::string& arguments) {
-  const std::string errFile = ::testing::TempDir() + "rasterize_stderr.txt";
+  // Per process: ctest runs the tests of this file side by side, each in its own process.
+  const std::string errFile = ::testing::TempDir() + "rasterize_stderr_" + std::to_string(getpid()) + ".txt";
   const std::string command = std::string(DW_TOOL_PATH) + " " + arguments + " 2>" + errFile;
   ToolRun result;
   FILE* pipe = popen(command.c_str(), "r");
