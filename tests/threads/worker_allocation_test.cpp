@@ -29,9 +29,10 @@ namespace {
 
 TEST(thread_cache, worker_allocation_failure_aborts) {
   use_threadsafe_death_tests();
-  const std::string expected =
-      assure_line("basic_thread_cache.cpp", "thread_cache::acquire", "(!\"unexpected exception\")");
-  ASSERT_FALSE(expected.empty());
+  const char* const file = "basic_thread_cache.cpp";
+  const char* const anchor = "thread_cache::acquire";
+  const char* const expression = "(!\"unexpected exception\")";
+  ASSERT_NE(assure_check_line(file, anchor, expression), 0);
   EXPECT_EXIT(
       {
         basic::thread_function work;
@@ -40,7 +41,7 @@ TEST(thread_cache, worker_allocation_failure_aborts) {
         refuse_workers = true;
         handle.start();
       },
-      aborted, ::testing::HasSubstr(expected));
+      aborted, assure_message(file, anchor, expression));
 }
 
 }  // namespace
