@@ -164,46 +164,44 @@ std::vector<ColorUse> manySpots(int n) {
   return uses;
 }
 
-TEST(ChooseRasterType, TwentySevenSpotsWithFullCmykFitInOneRaster) {
-  FakeHost host;
-  DWArtHandle art = host.addArt();
-  host.art(art).colors = manySpots(27);
-  ColorUsage usage;
-  const RasterTypeChoice choice = chooseRasterType(5, kAllowBoth, 1, host.addArtSet({art}), usage);
-  EXPECT_EQ(choice.type, 11);
-  EXPECT_EQ(host.countCalls("QuestionAlert"), 0u);
-  ColorSpace space = buildColorSpace(usage, choice.type, kDWCMYKFamily);
-  ASSERT_TRUE(space);
-  EXPECT_EQ(colorSpaceChannelCount(space.get()), 32) << "4 process + 27 spots + alpha";
-}
-
-TEST(ChooseRasterType, TwentyEightSpotsAskTheUser) {
-  for (int32_t answer : {0, 1}) {
+TEST(ChooseRasterType, SpotCountLimit) {
+  struct Case {
+    const char* name;
+    int32_t type, spots, answer;
+    DWErr error;
+    int32_t expectedType;
+    size_t questions;
+  };
+  const Case cases[] = {
+      {"27 spots with full CMYK fit in one raster", 5, 27, 1, kDWNoErr, 11, 0},
+      {"27 spots with full RGB: 30 channels fit", 0, 27, 1, kDWNoErr, 10, 0},
+      {"28 spots, the user goes on: the requested type, spots as process", 5, 28, 1, kDWNoErr, 5, 1},
+      {"28 spots, the user cancels", 5, 28, 0, UserCancelled, -1, 1},
+  };
+  for (const Case& c : cases) {
     FakeHost host;
-    host.questionAnswer = answer;
+    host.questionAnswer = c.answer;
     DWArtHandle art = host.addArt();
-    host.art(art).colors = manySpots(28);
+    host.art(art).colors = manySpots(c.spots);
     ColorUsage usage;
-    const RasterTypeChoice choice = chooseRasterType(5, kAllowBoth, 1, host.addArtSet({art}), usage);
-    ASSERT_EQ(host.questions.size(), 1u);
-    EXPECT_EQ(host.questions[0],
-              "Draftwell can support a maximum of 27 spot colors in a raster. The result of this rasterization "
-              "exceeds this limit and will be converted to process.");
-    EXPECT_EQ(choice.error, answer ? kDWNoErr : UserCancelled) << "answer " << answer;
-    if (answer) {
-      EXPECT_EQ(choice.type, 5) << "go on: the requested type, spots drawn as process";
+    const RasterTypeChoice choice = chooseRasterType(c.type, kAllowBoth, 1, host.addArtSet({art}), usage);
+    EXPECT_EQ(choice.error, c.error) << c.name;
+    if (c.expectedType >= 0) {
+      EXPECT_EQ(choice.type, c.expectedType) << c.name;
+    }
+    ASSERT_EQ(host.questions.size(), c.questions) << c.name;
+    if (c.questions) {
+      EXPECT_EQ(host.questions[0],
+                "Draftwell can support a maximum of 27 spot colors in a raster. The result of this rasterization "
+                "exceeds this limit and will be converted to process.")
+          << c.name;
+    }
+    if (choice.type == 11) {
+      ColorSpace space = buildColorSpace(usage, choice.type, kDWCMYKFamily);
+      ASSERT_TRUE(space) << c.name;
+      EXPECT_EQ(colorSpaceChannelCount(space.get()), 32) << "4 process + 27 spots + alpha";
     }
   }
-}
-
-TEST(ChooseRasterType, ProcessPlusSpotsAboveThirtyOneChannelsAsksToo) {
-  // RGB full process (3) + 27 spots = 30 < 32: fits; the limit is on the spot count here.
-  FakeHost host;
-  DWArtHandle art = host.addArt();
-  host.art(art).colors = manySpots(27);
-  ColorUsage usage;
-  EXPECT_EQ(chooseRasterType(0, kAllowBoth, 1, host.addArtSet({art}), usage).type, 10);
-  EXPECT_EQ(host.countCalls("QuestionAlert"), 0u);
 }
 
 TEST(BuildColorSpace, ProcessAndSpotSpaces) {
@@ -423,12 +421,6 @@ TEST(Accelerator, AnswerIsFixedByTheFirstCall) {
   EXPECT_TRUE(acceleratorEnabled()) << "cached for the process";
   EXPECT_EQ(host.countCalls("HvIsEnabled"), 1u);
   EXPECT_EQ(host.suitesHeld, 1) << "acquired once and kept";
-}
-
-TEST(Accelerator, AbsentSuiteMeansDisabled) {
-  FakeHost host;
-  EXPECT_FALSE(acceleratorEnabled());
-  EXPECT_EQ(host.countCalls("HvIsEnabled"), 0u);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -113,35 +114,31 @@ TEST_P(DownsampleKernels, WideChunkedRowsMatchTheReference) {
 }
 
 TEST_P(DownsampleKernels, DocumentedExamples) {
-  {  // Rgb, f = 2: 510 / 4 truncates to 127.
-    const uint8_t super[] = {255, 255, 255, 255, 255, 255, 0, 0, 0, 0, 0, 0};
-    uint8_t tile[4] = {1, 2, 3, 9};
-    DownsampleTile t{super, 6, tile, 4, 1, 1, 3, 2};
-    downsampleOpaque(t);
-    EXPECT_EQ(tile[0], 127);
-    EXPECT_EQ(tile[1], 127);
-    EXPECT_EQ(tile[2], 127);
-    EXPECT_EQ(tile[3], 9) << "padding byte of the row untouched";
-  }
-  {  // RgbTransparent, f = 2: one opaque red sample and three transparent ones.
-    const uint8_t super[] = {255, 255, 0, 0, 0, 7, 7, 7, 0, 9, 9, 9, 0, 200, 200, 200};
-    uint8_t tile[4] = {5, 5, 5, 5};
-    DownsampleTile t{super, 8, tile, 4, 1, 1, 4, 2};
-    downsampleWithAlpha(t);
-    EXPECT_EQ(tile[0], 63) << "255 / 4";
-    EXPECT_EQ(tile[1], 255) << "colour not darkened by transparent samples";
-    EXPECT_EQ(tile[2], 0);
-    EXPECT_EQ(tile[3], 0);
-  }
-  {  // A fully transparent block: alpha 0, colour bytes as they were.
-    const uint8_t super[16] = {0, 1, 2, 3, 0, 4, 5, 6, 0, 7, 8, 9, 0, 10, 11, 12};
-    uint8_t tile[4] = {99, 41, 42, 43};
-    DownsampleTile t{super, 8, tile, 4, 1, 1, 4, 2};
-    downsampleWithAlpha(t);
-    EXPECT_EQ(tile[0], 0);
-    EXPECT_EQ(tile[1], 41);
-    EXPECT_EQ(tile[2], 42);
-    EXPECT_EQ(tile[3], 43);
+  // One 2 x 2 block into a 4-byte tile row.
+  struct Case {
+    const char* name;
+    bool alpha;
+    int32_t channels;
+    uint8_t super[16];
+    uint8_t tile[4], expected[4];
+  };
+  const Case cases[] = {
+      {"Rgb: 510 / 4 truncates to 127, the row's padding byte untouched", false, 3,
+       {255, 255, 255, 255, 255, 255, 0, 0, 0, 0, 0, 0}, {1, 2, 3, 9}, {127, 127, 127, 9}},
+      {"RgbTransparent, one opaque red sample: alpha 255 / 4, colour not darkened", true, 4,
+       {255, 255, 0, 0, 0, 7, 7, 7, 0, 9, 9, 9, 0, 200, 200, 200}, {5, 5, 5, 5}, {63, 255, 0, 0}},
+      {"fully transparent block: alpha 0, colour bytes as they were", true, 4,
+       {0, 1, 2, 3, 0, 4, 5, 6, 0, 7, 8, 9, 0, 10, 11, 12}, {99, 41, 42, 43}, {0, 41, 42, 43}},
+  };
+  for (const Case& c : cases) {
+    uint8_t tile[4];
+    std::copy(c.tile, c.tile + 4, tile);
+    DownsampleTile t{c.super, 2 * c.channels, tile, 4, 1, 1, c.channels, 2};
+    if (c.alpha)
+      downsampleWithAlpha(t);
+    else
+      downsampleOpaque(t);
+    EXPECT_EQ(std::vector<uint8_t>(tile, tile + 4), std::vector<uint8_t>(c.expected, c.expected + 4)) << c.name;
   }
 }
 

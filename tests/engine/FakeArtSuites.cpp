@@ -37,16 +37,8 @@ DWErr DisposeArt(DWArtHandle art) {
   A(art).disposed = true;
   return 0;
 }
-DWErr GetArtType(DWArtHandle art, int16_t* kind) {
-  ENTER("GetArtType");
-  *kind = A(art).kind;
-  return 0;
-}
-DWErr GetArtParent(DWArtHandle art, DWArtHandle* parent) {
-  ENTER("GetArtParent");
-  *parent = A(art).parent;
-  return 0;
-}
+FAKE_GET(GetArtType, DWArtHandle, int16_t, A(h).kind)
+FAKE_GET(GetArtParent, DWArtHandle, DWArtHandle, A(h).parent)
 DWErr GetArtUserAttr(DWArtHandle art, uint32_t mask, uint32_t* attr) {
   ENTER("GetArtUserAttr");
   *attr = A(art).userAttr & mask;
@@ -57,16 +49,8 @@ DWErr SetArtUserAttr(DWArtHandle art, uint32_t mask, uint32_t attr) {
   A(art).userAttr = (A(art).userAttr & ~mask) | (attr & mask);
   return 0;
 }
-DWErr GetLayerOfArt(DWArtHandle art, DWLayerHandle* layer) {
-  ENTER("GetLayerOfArt");
-  *layer = A(art).layer;
-  return 0;
-}
-DWErr ArtIsOutsideLayers(DWArtHandle art, DWBool* outside) {
-  ENTER("ArtIsOutsideLayers");
-  *outside = A(art).outsideLayers;
-  return 0;
-}
+FAKE_GET(GetLayerOfArt, DWArtHandle, DWLayerHandle, A(h).layer)
+FAKE_GET(ArtIsOutsideLayers, DWArtHandle, DWBool, A(h).outsideLayers)
 DWErr GetArtValuePair(DWArtHandle art, double* real, int32_t* integer) {
   ENTER("GetArtValuePair");
   *real = A(art).real;
@@ -79,27 +63,11 @@ DWErr SetArtValuePair(DWArtHandle art, double real, int32_t integer) {
   A(art).integer = integer;
   return 0;
 }
-DWErr GetLayerGroupArt(DWLayerHandle layer, DWArtHandle* group) {
-  ENTER("GetLayerGroupArt");
-  *group = H().layer(layer).group;
-  return 0;
-}
+FAKE_GET(GetLayerGroupArt, DWLayerHandle, DWArtHandle, H().layer(h).group)
 
-DWErr GetPathIsGuide(DWArtHandle path, DWBool* guide) {
-  ENTER("GetPathIsGuide");
-  *guide = A(path).guide;
-  return 0;
-}
-DWErr GetPathStyle(DWArtHandle art, DWPathStyle* style) {
-  ENTER("GetPathStyle");
-  *style = A(art).style;
-  return 0;
-}
-DWErr SetPathStyle(DWArtHandle art, const DWPathStyle* style) {
-  ENTER("SetPathStyle");
-  A(art).style = *style;
-  return 0;
-}
+FAKE_GET(GetPathIsGuide, DWArtHandle, DWBool, A(h).guide)
+FAKE_GET(GetPathStyle, DWArtHandle, DWPathStyle, A(h).style)
+FAKE_SET_FROM(SetPathStyle, DWPathStyle, style)
 DWErr VisitColors(DWArtHandle art, DWColorVisitProc visit, void* context) {
   ENTER("VisitColors");
   for (const ColorUse& use : A(art).colors) {
@@ -116,11 +84,7 @@ DWErr GetCurrentLayer(DWLayerHandle* layer) {
   *layer = H().currentLayer;
   return 0;
 }
-DWErr GetLayerEditable(DWLayerHandle layer, DWBool* editable) {
-  ENTER("GetLayerEditable");
-  *editable = H().layer(layer).editable;
-  return 0;
-}
+FAKE_GET(GetLayerEditable, DWLayerHandle, DWBool, H().layer(h).editable)
 DWErr CountLayers(int32_t* count) {
   ENTER("CountLayers");
   *count = int32_t(H().layers.size());
@@ -154,11 +118,7 @@ DWErr GetStyleOwner(DWArtHandle, DWArtHandle* owner) {
   *owner = nullptr;
   return 0;
 }
-DWErr SetBlendFlag(DWArtHandle art, int32_t flag) {
-  ENTER("SetBlendFlag");
-  A(art).blendFlag = flag;
-  return 0;
-}
+FAKE_SET(SetBlendFlag, int32_t, blendFlag)
 uint32_t GetBlendValue(DWArtHandle art) {
   H().enter("GetBlendValue");
   return A(art).blendValue;

@@ -76,16 +76,8 @@ DWErr DisposeList(DWColorSpaceList list) {
   --H().liveLists;
   return injected;
 }
-DWErr CountChannels(DWColorSpaceHandle space, int32_t* count) {
-  ENTER("CountChannels");
-  *count = S(space)->channels;
-  return 0;
-}
-DWErr CountProcessChannels(DWColorSpaceHandle space, int32_t* count) {
-  ENTER("CountProcessChannels");
-  *count = S(space)->processChannels;
-  return 0;
-}
+FAKE_GET(CountChannels, DWColorSpaceHandle, int32_t, S(h)->channels)
+FAKE_GET(CountProcessChannels, DWColorSpaceHandle, int32_t, S(h)->processChannels)
 DWErr GetNthPart(DWColorSpaceHandle space, int32_t index, DWColorSpaceHandle* part) {
   ENTER("GetNthPart");
   Space* s = S(space);
@@ -98,11 +90,7 @@ DWErr GetNthPart(DWColorSpaceHandle space, int32_t index, DWColorSpaceHandle* pa
   *part = handleOf(s->parts[size_t(index)]);
   return 0;
 }
-DWErr GetFamily(DWColorSpaceHandle space, int32_t* family) {
-  ENTER("GetFamily");
-  *family = S(space)->family;
-  return 0;
-}
+FAKE_GET(GetFamily, DWColorSpaceHandle, int32_t, S(h)->family)
 // Releases and disposals do their bookkeeping even when they report a failure: the plug-in asked.
 DWErr ReleaseSpace(DWColorSpaceHandle space) {
   const DWErr injected = H().enter("ReleaseColorSpace");

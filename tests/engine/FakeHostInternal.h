@@ -23,6 +23,18 @@ inline Port& P(DWPort port) { return *reinterpret_cast<Port*>(port); }
     if (DWErr injected = ::dw::fake::detail::H().enter(name)) return injected; \
   } while (0)
 
+// Stubs of one shape, written once: each records its call and answers an injected failure first.
+// FAKE_CALL only does that; FAKE_GET copies expr (which may use the handle h) out; FAKE_SET stores
+// the value (FAKE_SET_FROM the pointed-to value) into an art field.
+#define FAKE_CALL(fn, ...) \
+  DWErr fn(__VA_ARGS__) { ENTER(#fn); return 0; }
+#define FAKE_GET(fn, Handle, Type, expr) \
+  DWErr fn(Handle h, Type* out) { ENTER(#fn); *out = expr; return 0; }
+#define FAKE_SET(fn, Type, field) \
+  DWErr fn(DWArtHandle h, Type value) { ENTER(#fn); A(h).field = value; return 0; }
+#define FAKE_SET_FROM(fn, Type, field) \
+  DWErr fn(DWArtHandle h, const Type* value) { ENTER(#fn); A(h).field = *value; return 0; }
+
 extern const DWBasicSuite kBasic;
 extern const DWArtSetSuite kArtSet;
 extern const DWArtSuite kArt;

@@ -8,11 +8,7 @@ namespace dw::fake::detail {
 
 namespace {
 
-DWErr GetRasterRecord(DWArtHandle raster, DWRasterRecord* record) {
-  ENTER("GetRasterRecord");
-  *record = A(raster).record;
-  return 0;
-}
+FAKE_GET(GetRasterRecord, DWArtHandle, DWRasterRecord, A(h).record)
 DWErr SetRasterRecord(DWArtHandle raster, const DWRasterRecord* record) {
   ENTER("SetRasterRecord");
   Art& a = A(raster);
@@ -21,26 +17,10 @@ DWErr SetRasterRecord(DWArtHandle raster, const DWRasterRecord* record) {
   a.pixels.assign(size_t(record->byteWidth) * size_t(record->bounds.bottom - record->bounds.top), 0);
   return 0;
 }
-DWErr GetRasterMatrix(DWArtHandle raster, DWRealMatrix* matrix) {
-  ENTER("GetRasterMatrix");
-  *matrix = A(raster).matrix;
-  return 0;
-}
-DWErr SetRasterMatrix(DWArtHandle raster, const DWRealMatrix* matrix) {
-  ENTER("SetRasterMatrix");
-  A(raster).matrix = *matrix;
-  return 0;
-}
-DWErr SetColorSpace(DWArtHandle raster, DWColorSpaceHandle space) {
-  ENTER("SetColorSpace");
-  A(raster).rasterSpace = space;
-  return 0;
-}
-DWErr SetRasterUsageFlag(DWArtHandle raster, DWBool flag) {
-  ENTER("SetRasterUsageFlag");
-  A(raster).usageFlag = flag;
-  return 0;
-}
+FAKE_GET(GetRasterMatrix, DWArtHandle, DWRealMatrix, A(h).matrix)
+FAKE_SET_FROM(SetRasterMatrix, DWRealMatrix, matrix)
+FAKE_SET(SetColorSpace, DWColorSpaceHandle, rasterSpace)
+FAKE_SET(SetRasterUsageFlag, DWBool, usageFlag)
 DWErr WriteRasterTile(DWArtHandle raster, const DWSlice* rasterSlice, const DWTile* tile, const DWSlice* tileSlice) {
   ENTER("WriteRasterTile");
   Art& a = A(raster);
@@ -111,39 +91,18 @@ DWErr NewObject(int32_t kind, DWGraphicsObject* object) {
   *object = reinterpret_cast<DWGraphicsObject>(&gPathObject);
   return 0;
 }
-DWErr MoveTo(DWGraphicsObject, float, float) {
-  ENTER("MoveTo");
-  return 0;
-}
-DWErr LineTo(DWGraphicsObject, float, float) {
-  ENTER("LineTo");
-  return 0;
-}
-DWErr ClosePath(DWGraphicsObject) {
-  ENTER("ClosePath");
-  return 0;
-}
-DWErr SaveState(DWPort) {
-  ENTER("SaveState");
-  return 0;
-}
-DWErr UseDeviceSpace(DWPort) {
-  ENTER("UseDeviceSpace");
-  return 0;
-}
+FAKE_CALL(MoveTo, DWGraphicsObject, float, float)
+FAKE_CALL(LineTo, DWGraphicsObject, float, float)
+FAKE_CALL(ClosePath, DWGraphicsObject)
+FAKE_CALL(SaveState, DWPort)
+FAKE_CALL(UseDeviceSpace, DWPort)
 DWErr ClipToObject(DWPort, DWGraphicsObject, int32_t* depth) {
   ENTER("ClipToObject");
   *depth = 1;
   return 0;
 }
-DWErr ResetPaint(DWPort) {
-  ENTER("ResetPaint");
-  return 0;
-}
-DWErr UseUserSpace(DWPort) {
-  ENTER("UseUserSpace");
-  return 0;
-}
+FAKE_CALL(ResetPaint, DWPort)
+FAKE_CALL(UseUserSpace, DWPort)
 
 void paint(const Art& art, const DWDrawRecord& r, Port& port) {
   const double scale = r.matrix.a;

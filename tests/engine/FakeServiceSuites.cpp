@@ -74,10 +74,7 @@ DWErr GetInteger(DWDictionaryRef dictionary, DWDictKey key, int32_t* value) {
   *value = H().documentDpi;
   return 0;
 }
-DWErr ReleaseDictionary(DWDictionaryRef) {
-  ENTER("ReleaseDictionary");
-  return 0;
-}
+FAKE_CALL(ReleaseDictionary, DWDictionaryRef)
 
 DWBool EqualWithinTol(double a, double b, double tolerance) {
   H().enter("EqualWithinTol");

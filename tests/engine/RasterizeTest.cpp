@@ -16,7 +16,14 @@ using Bytes = std::vector<uint8_t>;
 const Bytes kRed = {0xFF, 0x00, 0x00};
 const Bytes kWhite = {0xFF, 0xFF, 0xFF};
 
-class Rasterize : public EngineTest {};
+class Rasterize : public EngineTest {
+ protected:
+  std::vector<DWArtHandle> drawnArts() {
+    std::vector<DWArtHandle> drawn;
+    for (const fake::Draw& d : h().draws) drawn.push_back(d.art);
+    return drawn;
+  }
+};
 
 TEST_F(Rasterize, RgbWithoutSupersamplingDrawsTheRectangle) {
   DWArtHandle art = h().addPaintedArt({10, 15, 30, 5}, kRed);
@@ -105,25 +112,35 @@ TEST_F(Rasterize, BitmapTransparentIsAMaskRaster) {
   EXPECT_EQ(raster().blendFlag, 1);
 }
 
-TEST_F(Rasterize, PixelGridRoundingOnlyAtSeventyTwoPpi) {
+TEST_F(Rasterize, RasterSizeAndPlacement) {
   struct Case {
     const char* name;
     double resolution;
     uint32_t options;
+    DWRealRect rect;
+    double padding;
+    int32_t documentDpi;  // 0: the document has none
     int32_t width, height;
     double tx, ty, scale;
   };
+  const DWRealRect odd{10.2, 20.00005, 30.7, 5.5};
+  const uint32_t effects = RasterizeOptions::UseEffectsResolution;
   const Case cases[] = {
-      {"72 ppi rounds", 72, 0, 21, 15, 10, 20, 1},
-      {"72 ppi without snapping", 72, RasterizeOptions::NoPixelSnap, 21, 15, 10.2, 20.00005, 1},
-      {"300 ppi keeps the bounds", 300, 0, 86, 61, 10.2, 20.00005, 72.0 / 300},
-      {"72.5 ppi is within 0.01 of scale 1", 72.5, 0, 22, 16, 10, 20, 72.0 / 72.5},
-      {"73 ppi is not", 73, 0, 21, 15, 10.2, 20.00005, 72.0 / 73},
+      {"72 ppi rounds", 72, 0, odd, 0, 0, 21, 15, 10, 20, 1},
+      {"72 ppi without snapping", 72, RasterizeOptions::NoPixelSnap, odd, 0, 0, 21, 15, 10.2, 20.00005, 1},
+      {"300 ppi keeps the bounds", 300, 0, odd, 0, 0, 86, 61, 10.2, 20.00005, 72.0 / 300},
+      {"72.5 ppi is within 0.01 of scale 1", 72.5, 0, odd, 0, 0, 22, 16, 10, 20, 72.0 / 72.5},
+      {"73 ppi is not", 73, 0, odd, 0, 0, 21, 15, 10.2, 20.00005, 72.0 / 73},
+      {"resolution 0 means 300", 0, 0, {0, 72, 72, 0}, 0, 0, 300, 300, 0, 72, 72.0 / 300},
+      {"effects resolution from the document", 150, effects, {0, 72, 72, 0}, 0, 144, 144, 144, 0, 72, 0.5},
+      {"padding counts twice per axis", 72, 0, {0, 50, 100, 0}, 10, 0, 120, 70, -10, 60, 1},
   };
   for (const Case& c : cases) {
     reset();
     settings = makeSettings(kRasterTypeGrayscale, c.resolution, 0, c.options);
-    ASSERT_EQ(rasterize(h().addArtSet({}), {10.2, 20.00005, 30.7, 5.5}), kDWNoErr) << c.name;
+    h().documentHasDpi = c.documentDpi != 0;
+    h().documentDpi = c.documentDpi;
+    ASSERT_EQ(rasterize(h().addArtSet({}), c.rect, c.padding), kDWNoErr) << c.name;
     EXPECT_EQ(raster().record.bounds.right, c.width) << c.name;
     EXPECT_EQ(raster().record.bounds.bottom, c.height) << c.name;
     EXPECT_DOUBLE_EQ(raster().matrix.tx, c.tx) << c.name;
@@ -136,29 +153,6 @@ TEST_F(Rasterize, PixelGridRoundingOnlyAtSeventyTwoPpi) {
       EXPECT_EQ(h().toleranceArgs[0], 0.009999999776482582) << "a single-precision 0.01";
     }
   }
-}
-
-TEST_F(Rasterize, ResolutionZeroMeansThreeHundred) {
-  settings = makeSettings(kRasterTypeGrayscale, 0.0, 0);
-  ASSERT_EQ(rasterize(h().addArtSet({}), {0, 72, 72, 0}), kDWNoErr);
-  EXPECT_EQ(raster().record.bounds.right, 300);
-}
-
-TEST_F(Rasterize, EffectsResolutionFromTheDocument) {
-  settings = makeSettings(kRasterTypeGrayscale, 150.0, 0, RasterizeOptions::UseEffectsResolution);
-  h().documentHasDpi = true;
-  h().documentDpi = 144;
-  ASSERT_EQ(rasterize(h().addArtSet({}), {0, 72, 72, 0}), kDWNoErr);
-  EXPECT_EQ(raster().record.bounds.right, 144);
-}
-
-TEST_F(Rasterize, PaddingCountsTwicePerAxis) {
-  settings = makeSettings(kRasterTypeGrayscale, 72.0, 0);
-  ASSERT_EQ(rasterize(h().addArtSet({}), {0, 50, 100, 0}, 10.0), kDWNoErr);
-  EXPECT_EQ(raster().record.bounds.right, 120);
-  EXPECT_EQ(raster().record.bounds.bottom, 70);
-  EXPECT_EQ(raster().matrix.tx, -10.0);
-  EXPECT_EQ(raster().matrix.ty, 60.0);
 }
 
 TEST_F(Rasterize, FactorDropsToTwoFromWidth3277) {
@@ -195,16 +189,10 @@ TEST_F(Rasterize, PortWidthLimits) {
   }
 }
 
-TEST_F(Rasterize, HeightAndWidthLimitBeforeAnyArt) {
+TEST_F(Rasterize, HeightLimitPasses) {
   settings = makeSettings(kRasterTypeGrayscale, 72.0, 0);
   EXPECT_EQ(rasterize(h().addArtSet({}), {0, 32767, 100, 0}), kDWNoErr);
   EXPECT_EQ(h().tileWrites.back().rasterSlice.bottom, 32767);
-  for (DWRealRect rect : {DWRealRect{0, 32768, 100, 0}, DWRealRect{0, 1, 32768, 0}}) {
-    reset();
-    EXPECT_EQ(rasterize(h().addArtSet({}), rect), TooWideError);
-    EXPECT_EQ(h().countCalls("NewArt"), 0u);
-    expectNothingHeld("too wide");
-  }
 }
 
 TEST_F(Rasterize, RejectedSizes) {
@@ -218,9 +206,12 @@ TEST_F(Rasterize, RejectedSizes) {
       {"empty bounds", {5, 5, 5, 5}, 0, BadParameterError},
       {"inverted bounds", {10, 0, 0, 10}, 0, BadParameterError},
       {"absurd size", {0, 1, 1e300, 0}, 0, TooWideError},
+      {"32768 high", {0, 32768, 100, 0}, 0, TooWideError},
+      {"32768 wide", {0, 1, 32768, 0}, 0, TooWideError},
   };
   for (const Case& c : cases) {
     reset();
+    settings = makeSettings(kRasterTypeGrayscale, 72.0, 0);
     EXPECT_EQ(rasterize(h().addArtSet({}), c.rect, c.padding), c.expected) << c.name;
     EXPECT_EQ(h().countCalls("NewArt"), 0u) << c.name;
     EXPECT_EQ(h().logLines.size(), 5u) << "start and end lines: " << c.name;
@@ -232,41 +223,41 @@ TEST_F(Rasterize, RejectedSizes) {
 }
 
 TEST_F(Rasterize, TileRowsFromTheBudget) {
-  // 2000 px RGB (stride 6000) at a 1 MiB budget: 1048576 / 6000 = 174 rows.
-  h().preferences["Rasterize/rasterizeMemory"] = 1;
-  ASSERT_EQ(rasterize(h().addArtSet({}), {0, 400, 2000, 0}), kDWNoErr);
-  ASSERT_EQ(h().tileWrites.size(), 3u);
-  EXPECT_EQ(h().tileWrites[0].rasterSlice.bottom, 174);
-  EXPECT_EQ(h().tileWrites[0].rowBytes, 6000);
-  EXPECT_EQ(h().tileWrites[2].rasterSlice.top, 348);
-  EXPECT_EQ(h().tileWrites[2].rasterSlice.bottom, 400);
-  EXPECT_EQ(h().tileWrites[2].tileSlice.bottom, 52);
-  EXPECT_EQ(h().allocationSizes.at(0), 174u * 6000u);
-}
-
-TEST_F(Rasterize, LastTileIsShorter) {
-  // Gray, 3484 px (stride 3484): 1048576 / 3484 = 300 rows; 1000 rows make 4 tiles.
-  h().preferences["Rasterize/rasterizeMemory"] = 1;
-  settings = makeSettings(kRasterTypeGrayscale, 72.0, 0);
-  ASSERT_EQ(rasterize(h().addArtSet({}), {0, 1000, 3484, 0}), kDWNoErr);
-  ASSERT_EQ(h().tileWrites.size(), 4u);
-  const fake::TileWrite& last = h().tileWrites[3];
-  EXPECT_EQ(last.rasterSlice.top, 900);
-  EXPECT_EQ(last.rasterSlice.bottom, 1000);
-  EXPECT_EQ(last.rasterSlice.right, 3484);
-  EXPECT_EQ(last.rasterSlice.back, 1);
-  EXPECT_EQ(last.tileSlice.top, 0);
-  EXPECT_EQ(last.tileSlice.bottom, 100);
-  EXPECT_EQ(last.colBytes, 1);
-}
-
-TEST_F(Rasterize, AllocationHalvesUntilItFits) {
-  // Factor 1: 174 rows (1044000 bytes) fail, 87 rows fit.
-  h().preferences["Rasterize/rasterizeMemory"] = 1;
-  h().maxBlock = 600000;
-  ASSERT_EQ(rasterize(h().addArtSet({}), {0, 400, 2000, 0}), kDWNoErr);
-  EXPECT_EQ(h().allocationSizes, (std::vector<size_t>{174u * 6000u, 87u * 6000u}));
-  EXPECT_EQ(h().tileWrites.at(0).rasterSlice.bottom, 87);
+  // At a 1 MiB budget: RGB 2000 px (stride 6000) gets 1048576 / 6000 = 174 rows, gray 3484 px
+  // (stride 3484) 300 rows; a refused buffer is tried again with half the rows.
+  struct Case {
+    const char* name;
+    int32_t type, width, height;
+    size_t maxBlock;
+    std::vector<size_t> allocations;
+    size_t tiles;
+    int32_t rows, lastTop, colBytes;
+  };
+  const Case cases[] = {
+      {"RGB, 3 tiles", kRasterTypeRgb, 2000, 400, SIZE_MAX, {174u * 6000u}, 3, 174, 348, 3},
+      {"gray, the last of 4 tiles is shorter", kRasterTypeGrayscale, 3484, 1000, SIZE_MAX, {300u * 3484u}, 4, 300, 900, 1},
+      {"174 rows (1044000 bytes) fail, 87 fit", kRasterTypeRgb, 2000, 400, 600000, {174u * 6000u, 87u * 6000u}, 5, 87,
+       348, 3},
+  };
+  for (const Case& c : cases) {
+    reset();
+    h().preferences["Rasterize/rasterizeMemory"] = 1;
+    h().maxBlock = c.maxBlock;
+    settings = makeSettings(c.type, 72.0, 0);
+    ASSERT_EQ(rasterize(h().addArtSet({}), {0, double(c.height), double(c.width), 0}), kDWNoErr) << c.name;
+    EXPECT_EQ(h().allocationSizes, c.allocations) << c.name;
+    ASSERT_EQ(h().tileWrites.size(), c.tiles) << c.name;
+    EXPECT_EQ(h().tileWrites[0].rasterSlice.bottom, c.rows) << c.name;
+    EXPECT_EQ(h().tileWrites[0].rowBytes, c.width * c.colBytes) << c.name;
+    const fake::TileWrite& last = h().tileWrites.back();
+    EXPECT_EQ(last.rasterSlice.top, c.lastTop) << c.name;
+    EXPECT_EQ(last.rasterSlice.bottom, c.height) << c.name;
+    EXPECT_EQ(last.rasterSlice.right, c.width) << c.name;
+    EXPECT_EQ(last.rasterSlice.back, c.colBytes) << "one plane per channel: " << c.name;
+    EXPECT_EQ(last.tileSlice.top, 0) << c.name;
+    EXPECT_EQ(last.tileSlice.bottom, c.height - c.lastTop) << c.name;
+    EXPECT_EQ(last.colBytes, c.colBytes) << c.name;
+  }
 }
 
 TEST_F(Rasterize, AllocationGivesUpAtSmallSizes) {
@@ -347,28 +338,27 @@ std::vector<ColorUse> twentyEightSpots() {
   return uses;
 }
 
-TEST_F(Rasterize, TooManySpotsCancelled) {
-  settings = makeSettings(kRasterTypeCmykTransparent, 72.0, 0, RasterizeOptions::AllowNChannelRaster);
-  settings.preserveSpotColors = 1;
-  DWArtHandle art = h().addArt();
-  h().art(art).colors = twentyEightSpots();
-  h().questionAnswer = 0;
-  EXPECT_EQ(rasterize(h().addArtSet({art}), {0, 8, 8, 0}), UserCancelled);
-  EXPECT_EQ(h().countCalls("NewArt"), 0u);
-  EXPECT_EQ(h().logLines, (std::vector<std::string>{"            \tRasterize\t(Start)"}))
-      << "only the start line";
-  expectNothingHeld("cancelled");
-}
-
-TEST_F(Rasterize, TooManySpotsConvertedToProcess) {
-  settings = makeSettings(kRasterTypeCmykTransparent, 72.0, 0, RasterizeOptions::AllowNChannelRaster);
-  settings.preserveSpotColors = 1;
-  DWArtHandle art = h().addArt();
-  h().art(art).colors = twentyEightSpots();
-  h().questionAnswer = 1;
-  ASSERT_EQ(rasterize(h().addArtSet({art}), {0, 8, 8, 0}), kDWNoErr);
-  EXPECT_EQ(raster().record.colorSpace, 0x12) << "plain CmykTransparent";
-  EXPECT_EQ(h().questions.size(), 1u);
+TEST_F(Rasterize, TooManySpotsCancelledOrConvertedToProcess) {
+  for (int32_t answer : {0, 1}) {
+    reset();
+    settings = makeSettings(kRasterTypeCmykTransparent, 72.0, 0, RasterizeOptions::AllowNChannelRaster);
+    settings.preserveSpotColors = 1;
+    DWArtHandle art = h().addArt();
+    h().art(art).colors = twentyEightSpots();
+    h().questionAnswer = answer;
+    const DWErr error = rasterize(h().addArtSet({art}), {0, 8, 8, 0});
+    EXPECT_EQ(h().questions.size(), 1u) << "answer " << answer;
+    if (answer) {
+      ASSERT_EQ(error, kDWNoErr);
+      EXPECT_EQ(raster().record.colorSpace, 0x12) << "plain CmykTransparent";
+      continue;
+    }
+    EXPECT_EQ(error, UserCancelled);
+    EXPECT_EQ(h().countCalls("NewArt"), 0u);
+    EXPECT_EQ(h().logLines, (std::vector<std::string>{"            \tRasterize\t(Start)"}))
+        << "only the start line";
+    expectNothingHeld("cancelled");
+  }
 }
 
 TEST_F(Rasterize, ColorSpaceFailures) {
@@ -428,20 +418,13 @@ TEST_F(Rasterize, GroupMembersAreDrawnByTheirGroup) {
   DWArtHandle member = h().addPaintedArt({0, 1, 1, 0}, kRed, group);
   DWArtHandle other = h().addPaintedArt({1, 1, 2, 0}, kRed);
   ASSERT_EQ(rasterize(h().addArtSet({group, member, other}), {0, 4, 4, 0}), kDWNoErr);
-  std::vector<DWArtHandle> drawn;
-  for (const fake::Draw& d : h().draws) drawn.push_back(d.art);
-  EXPECT_EQ(drawn, (std::vector<DWArtHandle>{other, group})) << "the member is skipped";
+  EXPECT_EQ(drawnArts(), (std::vector<DWArtHandle>{other, group})) << "the member is skipped";
   EXPECT_EQ(pixelBytes(0, 3), kRed) << "and drawn through its group";
 }
 
 TEST_F(Rasterize, ParentlessArtNeedsTheOption) {
   DWArtHandle loose = h().addArt(kDWGroupArt, nullptr);
   DWArtHandle member = h().addPaintedArt({0, 1, 1, 0}, kRed, loose);
-  auto drawnArts = [&]() {
-    std::vector<DWArtHandle> drawn;
-    for (const fake::Draw& d : h().draws) drawn.push_back(d.art);
-    return drawn;
-  };
   ASSERT_EQ(rasterize(h().addArtSet({loose, member}), {0, 4, 4, 0}), kDWNoErr);
   EXPECT_EQ(drawnArts(), std::vector<DWArtHandle>{member})
       << "without the option a parentless group is not drawn and does not count as a drawn parent";
@@ -459,9 +442,7 @@ TEST_F(Rasterize, WithoutAnArtSetEveryLayerIsDrawn) {
   const DWArtHandle firstGroup = h().layer(h().currentLayer).group, secondGroup = h().layer(second).group;
   int32_t (*noProgress)(int32_t, int32_t) = stopAtFirst;
   ASSERT_EQ(rasterize(nullptr, {0, 4, 4, 0}, 0, nullptr, noProgress), kDWNoErr) << "no progress without a set";
-  std::vector<DWArtHandle> drawn;
-  for (const fake::Draw& d : h().draws) drawn.push_back(d.art);
-  EXPECT_EQ(drawn, (std::vector<DWArtHandle>{secondGroup, firstGroup})) << "last layer first";
+  EXPECT_EQ(drawnArts(), (std::vector<DWArtHandle>{secondGroup, firstGroup})) << "last layer first";
   EXPECT_EQ(h().countCalls("CountArtSet"), 0u);
   EXPECT_EQ(h().countCalls("GetArtUserAttr"), 0u) << "no single-object finishing";
 }
