@@ -166,39 +166,37 @@ void HvFillPixels32(uint8_t* buffer, int32_t count, uint8_t b0, uint8_t b1, uint
     buffer[4 * i + 3] = b3;
   }
 }
-void recordReduction(const char* call, const DWImageDescriptor* s, const DWImageDescriptor* a,
-                     const DWImageDescriptor* d, int32_t f) {
-  std::lock_guard<std::mutex> lock(H().mutex);
-  H().reductions.push_back({call, *s, a ? *a : DWImageDescriptor{}, *d, f});
-}
-// The fake does the work in software so that pixel checks hold on the accelerated path too.
-DWErr HvReducePixels(const DWImageDescriptor* s, const DWImageDescriptor* d, int32_t f) {
-  ENTER("HvReducePixels");
-  recordReduction("ReducePixels", s, nullptr, d, f);
+// The pixel calls do the work in software so that pixel checks hold on the accelerated path too;
+// the channel calls only answer. Recorded under the call's name without its "Hv".
+DWErr reduce(const char* name, const DWImageDescriptor* s, const DWImageDescriptor* a, const DWImageDescriptor* d,
+             int32_t f, bool pixels) {
+  ENTER(name);
+  {
+    std::lock_guard<std::mutex> lock(H().mutex);
+    H().reductions.push_back({name + 2, *s, a ? *a : DWImageDescriptor{}, *d, f});
+  }
+  if (!pixels) return H().reduceChannelResult;
   if (H().reducePixelsResult) return H().reducePixelsResult;
   DownsampleTile t{s->base, s->rowBytes, d->base, d->rowBytes, d->columns, d->rows, d->pixelBytes, f};
-  downsampleOpaque(t);
+  if (a)
+    downsampleWithAlpha(t);
+  else
+    downsampleOpaque(t);
   return 0;
+}
+DWErr HvReducePixels(const DWImageDescriptor* s, const DWImageDescriptor* d, int32_t f) {
+  return reduce("HvReducePixels", s, nullptr, d, f, true);
 }
 DWErr HvReducePixelsWithAlpha(const DWImageDescriptor* s, const DWImageDescriptor* a, const DWImageDescriptor* d,
                               int32_t f) {
-  ENTER("HvReducePixelsWithAlpha");
-  recordReduction("ReducePixelsWithAlpha", s, a, d, f);
-  if (H().reducePixelsResult) return H().reducePixelsResult;
-  DownsampleTile t{s->base, s->rowBytes, d->base, d->rowBytes, d->columns, d->rows, d->pixelBytes, f};
-  downsampleWithAlpha(t);
-  return 0;
+  return reduce("HvReducePixelsWithAlpha", s, a, d, f, true);
 }
 DWErr HvReduceChannel(const DWImageDescriptor* s, const DWImageDescriptor* d, int32_t f) {
-  ENTER("HvReduceChannel");
-  recordReduction("ReduceChannel", s, nullptr, d, f);
-  return H().reduceChannelResult;
+  return reduce("HvReduceChannel", s, nullptr, d, f, false);
 }
 DWErr HvReduceChannelWeighted(const DWImageDescriptor* s, const DWImageDescriptor* a, const DWImageDescriptor* d,
                               int32_t f) {
-  ENTER("HvReduceChannelWeighted");
-  recordReduction("ReduceChannelWeighted", s, a, d, f);
-  return H().reduceChannelResult;
+  return reduce("HvReduceChannelWeighted", s, a, d, f, false);
 }
 
 }  // namespace
