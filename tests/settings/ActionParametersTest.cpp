@@ -21,32 +21,10 @@ class ActionParameters : public fake::HostTest {
   }
 };
 
-ActionValue enumerated(const char* name, int32_t value) {
-  ActionValue v;
-  v.kind = ActionValue::Kind::Enumerated;
-  v.name = name;
-  v.integer = value;
-  return v;
-}
-ActionValue integer(int32_t value) {
-  ActionValue v;
-  v.kind = ActionValue::Kind::Integer;
-  v.integer = value;
-  return v;
-}
-ActionValue boolean(bool value) {
-  ActionValue v;
-  v.kind = ActionValue::Kind::Boolean;
-  v.boolean = value;
-  return v;
-}
-ActionValue pixels(double value) {
-  ActionValue v;
-  v.kind = ActionValue::Kind::UnitReal;
-  v.unit = act::UnitPixels;
-  v.real = value;
-  return v;
-}
+ActionValue enumerated(const char* name, int32_t value) { return ActionValue::ofEnumerated(name, value); }
+ActionValue integer(int32_t value) { return ActionValue::ofInteger(value); }
+ActionValue boolean(bool value) { return ActionValue::ofBoolean(value); }
+ActionValue pixels(double value) { return ActionValue::ofUnitReal(act::UnitPixels, value); }
 
 void expectValue(const ParamBlock& block, uint32_t key, const ActionValue& expected, const std::string& name) {
   auto it = block.values.find(key);

@@ -28,15 +28,6 @@ RasterizeSettings lastEdited() {
   return s;
 }
 
-TEST_F(EffectParameters, EditRecordWithoutColrKeepsTheLastEditedValues) {
-  host.colorMode = kDWCMYKColorMode;
-  fake::setInteger(parameters, "dpi.", 999);  // ignored: only a dictionary with "colr" is read
-  const RasterizeSettings s = dw::effectEditRecord(ref(parameters), lastEdited());
-  RasterizeSettings expected = lastEdited();
-  expected.forEffect = 1;
-  EXPECT_EQ(s, expected) << fake::describe(s);
-}
-
 TEST_F(EffectParameters, EditRecordReadsTheDictionaryAndFollowsTheDocument) {
   struct Case {
     const char* name;
@@ -51,6 +42,8 @@ TEST_F(EffectParameters, EditRecordReadsTheDictionaryAndFollowsTheDocument) {
     return s;
   };
   const Case cases[] = {
+      {"without colr nothing is read: the last edited values", kDWCMYKColorMode,
+       [](Dictionary* d) { fake::setInteger(d, "dpi.", 999); }, with([](RasterizeSettings&) {})},
       {"all keys, CMYK in an RGB document", kDWRGBColorMode,
        [](Dictionary* d) {
          fake::setInteger(d, "colr", 5);

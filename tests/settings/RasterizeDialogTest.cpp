@@ -84,60 +84,26 @@ RasterizeSettings usageRecord(int32_t type, double res, int16_t aa, int32_t mask
 }
 
 TEST_F(RasterizeDialog, TheDocumentSettingsDialogReportsUsageData) {
+  // Values of "Color Model", "Resolution", "Background", "Create Clipping Mask", "Add Around Object",
+  // "Anti-Alias" and "Preserve Spot Color", in that order.
   struct Case {
     const char* name;
     RasterizeSettings closedWith;
-    Attributes attributes;
+    std::vector<std::string> values;
   } const cases[] = {
       {"padding 36 is formatted", usageRecord(4, 150, 4, 1, 0, 36),
-       {{"Color Model", "RGB"},
-        {"Resolution", "150"},
-        {"Background", "Transparent"},
-        {"Create Clipping Mask", "On"},
-        {"Add Around Object", "36.00"},
-        {"Anti-Alias", "On"},
-        {"Preserve Spot Color", "Off"}}},
-      {"padding 10 is Custom", usageRecord(1, 72.4, 0, 0, 1, 10),
-       {{"Color Model", "CMYK"},
-        {"Resolution", "72"},
-        {"Background", "White"},
-        {"Create Clipping Mask", "Off"},
-        {"Add Around Object", "Custom"},
-        {"Anti-Alias", "Off"},
-        {"Preserve Spot Color", "On"}}},
+       {"RGB", "150", "Transparent", "On", "36.00", "On", "Off"}},
+      {"padding 10 is Custom", usageRecord(1, 72.4, 0, 0, 1, 10), {"CMYK", "72", "White", "Off", "Custom", "Off", "On"}},
       {"padding 0 is formatted", usageRecord(6, 300, 1, 0, 0, 0),
-       {{"Color Model", "Grayscale"},
-        {"Resolution", "300"},
-        {"Background", "Transparent"},
-        {"Create Clipping Mask", "Off"},
-        {"Add Around Object", "0.00"},
-        {"Anti-Alias", "On"},
-        {"Preserve Spot Color", "Off"}}},
-      {"bitmap, white", usageRecord(3, 96, 0, 0, 0, 36.5),
-       {{"Color Model", "Bitmap"},
-        {"Resolution", "96"},
-        {"Background", "White"},
-        {"Create Clipping Mask", "Off"},
-        {"Add Around Object", "Custom"},
-        {"Anti-Alias", "Off"},
-        {"Preserve Spot Color", "Off"}}},
+       {"Grayscale", "300", "Transparent", "Off", "0.00", "On", "Off"}},
+      {"bitmap, white", usageRecord(3, 96, 0, 0, 0, 36.5), {"Bitmap", "96", "White", "Off", "Custom", "Off", "Off"}},
       {"bitmap, transparent", usageRecord(7, 96, 0, 0, 0, 36),
-       {{"Color Model", "Bitmap"},
-        {"Resolution", "96"},
-        {"Background", "Transparent"},
-        {"Create Clipping Mask", "Off"},
-        {"Add Around Object", "36.00"},
-        {"Anti-Alias", "Off"},
-        {"Preserve Spot Color", "Off"}}},
+       {"Bitmap", "96", "Transparent", "Off", "36.00", "Off", "Off"}},
       {"engine type 9 has no colour model", usageRecord(9, 72, 0, 0, 0, 36),
-       {{"Color Model", ""},
-        {"Resolution", "72"},
-        {"Background", "Transparent"},
-        {"Create Clipping Mask", "Off"},
-        {"Add Around Object", "36.00"},
-        {"Anti-Alias", "Off"},
-        {"Preserve Spot Color", "Off"}}},
+       {"", "72", "Transparent", "Off", "36.00", "Off", "Off"}},
   };
+  const char* const keys[] = {"Color Model",       "Resolution", "Background",         "Create Clipping Mask",
+                              "Add Around Object", "Anti-Alias", "Preserve Spot Color"};
   for (const Case& c : cases) {
     host.usageEvents.clear();
     const RasterizeSettings closedWith = c.closedWith;
@@ -146,7 +112,9 @@ TEST_F(RasterizeDialog, TheDocumentSettingsDialogReportsUsageData) {
     ASSERT_EQ(dw::runRasterizeDialog(s, kDWDocumentRasterSettingsDialog), kDWNoErr) << c.name;
     ASSERT_EQ(host.usageEvents.size(), 1u) << c.name;
     EXPECT_EQ(host.usageEvents[0].name, "Document Raster Effects Settings") << c.name;
-    EXPECT_EQ(host.usageEvents[0].attributes, c.attributes) << c.name;
+    Attributes expected;
+    for (size_t k = 0; k < c.values.size(); ++k) expected.emplace_back(keys[k], c.values[k]);
+    EXPECT_EQ(host.usageEvents[0].attributes, expected) << c.name;
     EXPECT_EQ(host.liveStrings, 0) << c.name;
   }
 }

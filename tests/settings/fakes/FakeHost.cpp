@@ -292,33 +292,19 @@ DWErr DisposeParamBlock(DWActionParamBlock b) {
   return kDWNoErr;
 }
 DWErr SetEnumerated(DWActionParamBlock b, uint32_t key, const char* name, int32_t value) {
-  ActionValue v;
-  v.kind = ActionValue::Kind::Enumerated;
-  v.name = name;
-  v.integer = value;
-  block(b)->set(key, v);
+  block(b)->set(key, ActionValue::ofEnumerated(name, value));
   return kDWNoErr;
 }
 DWErr SetActionInteger(DWActionParamBlock b, uint32_t key, int32_t value) {
-  ActionValue v;
-  v.kind = ActionValue::Kind::Integer;
-  v.integer = value;
-  block(b)->set(key, v);
+  block(b)->set(key, ActionValue::ofInteger(value));
   return kDWNoErr;
 }
 DWErr SetActionBoolean(DWActionParamBlock b, uint32_t key, DWBool value) {
-  ActionValue v;
-  v.kind = ActionValue::Kind::Boolean;
-  v.boolean = value != 0;
-  block(b)->set(key, v);
+  block(b)->set(key, ActionValue::ofBoolean(value != 0));
   return kDWNoErr;
 }
 DWErr SetUnitReal(DWActionParamBlock b, uint32_t key, uint32_t unit, double value) {
-  ActionValue v;
-  v.kind = ActionValue::Kind::UnitReal;
-  v.unit = unit;
-  v.real = value;
-  block(b)->set(key, v);
+  block(b)->set(key, ActionValue::ofUnitReal(unit, value));
   return kDWNoErr;
 }
 DWErr RecordEvent(const char* name, int32_t dialogState, DWActionParamBlock b) {

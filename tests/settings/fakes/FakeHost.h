@@ -46,6 +46,11 @@ struct ActionValue {
   bool boolean = false;
   uint32_t unit = 0;
   double real = 0.0;
+
+  static ActionValue ofEnumerated(const char* n, int32_t v) { return {Kind::Enumerated, n, v}; }
+  static ActionValue ofInteger(int32_t v) { return {Kind::Integer, "", v}; }
+  static ActionValue ofBoolean(bool v) { return {Kind::Boolean, "", 0, v}; }
+  static ActionValue ofUnitReal(uint32_t u, double v) { return {Kind::UnitReal, "", 0, false, u, v}; }
 };
 
 struct ParamBlock {

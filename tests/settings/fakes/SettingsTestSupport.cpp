@@ -17,24 +17,23 @@ void setBoolean(Dictionary* d, const std::string& key, bool value) { d->entries[
 void setReal(Dictionary* d, const std::string& key, double value) { d->entries[key] = Value::ofReal(value); }
 
 namespace {
-const Value* entry(const Dictionary* d, const std::string& key, Value::Kind kind) {
-  if (!d) return nullptr;
+template <typename T>
+std::optional<T> valueOf(const Dictionary* d, const std::string& key, Value::Kind kind, T Value::*field) {
+  if (!d) return std::nullopt;
   auto it = d->entries.find(key);
-  return it != d->entries.end() && it->second.kind == kind ? &it->second : nullptr;
+  if (it == d->entries.end() || it->second.kind != kind) return std::nullopt;
+  return it->second.*field;
 }
 }  // namespace
 
-std::optional<int32_t> integerOf(const Dictionary* d, const std::string& key) {
-  const Value* v = entry(d, key, Value::Kind::Integer);
-  return v ? std::optional<int32_t>(v->integer) : std::nullopt;
+std::optional<int32_t> integerOf(const Dictionary* d, const std::string& k) {
+  return valueOf(d, k, Value::Kind::Integer, &Value::integer);
 }
-std::optional<bool> booleanOf(const Dictionary* d, const std::string& key) {
-  const Value* v = entry(d, key, Value::Kind::Boolean);
-  return v ? std::optional<bool>(v->boolean) : std::nullopt;
+std::optional<bool> booleanOf(const Dictionary* d, const std::string& k) {
+  return valueOf(d, k, Value::Kind::Boolean, &Value::boolean);
 }
-std::optional<double> realOf(const Dictionary* d, const std::string& key) {
-  const Value* v = entry(d, key, Value::Kind::Real);
-  return v ? std::optional<double>(v->real) : std::nullopt;
+std::optional<double> realOf(const Dictionary* d, const std::string& k) {
+  return valueOf(d, k, Value::Kind::Real, &Value::real);
 }
 
 }  // namespace fake
