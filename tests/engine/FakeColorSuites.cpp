@@ -36,9 +36,7 @@ DWErr NewSpotColorSpace(DWCustomColorHandle spot, DWBool alpha, DWColorSpaceHand
 }
 DWErr NewProcessComponentColorSpace(int32_t component, DWColorSpaceHandle* space) {
   ENTER("NewProcessComponentColorSpace");
-  Space* s = newSpace(kDWCMYKFamily, false, 1, 1);
-  s->component = component;
-  *space = handleOf(s);
+  *space = handleOf(newSpace(kDWCMYKFamily, false, 1, 1));
   return 0;
 }
 DWErr NewColorSpaceList(DWColorSpaceList* list) {

@@ -48,7 +48,6 @@ struct Art {
   int16_t paintOrder = 0;
   DWArtHandle prep = nullptr;
   bool styleReset = false;
-  bool hasRecord = false;
   DWRasterRecord record{};
   DWRealMatrix matrix{};
   DWColorSpaceHandle rasterSpace = nullptr;
@@ -66,7 +65,6 @@ struct Layer {
 struct Space {
   int32_t family = 0;
   bool alpha = false;
-  int32_t component = -1;  // a one-component CMYK space
   DWCustomColorHandle spot = nullptr;
   std::vector<Space*> parts;
   int32_t channels = 0;
@@ -85,7 +83,6 @@ struct Port {
 };
 
 struct TileWrite {
-  DWArtHandle raster;
   DWSlice rasterSlice;
   DWSlice tileSlice;
   int32_t rowBytes;
@@ -185,7 +182,6 @@ class FakeHost {
   std::vector<Descriptor> reductions;
   std::vector<std::pair<uint8_t*, int32_t>> pixelFills;  // FillPixels32 (buffer, pixel count)
   std::vector<uint8_t*> byteFills;                       // FillBytes buffers
-  std::vector<std::string> suitesAcquired;
   int32_t suitesHeld = 0;
 
   // Recorded by the fake when the engine asked for the tolerance test.

@@ -13,7 +13,6 @@ DWErr SetRasterRecord(DWArtHandle raster, const DWRasterRecord* record) {
   ENTER("SetRasterRecord");
   Art& a = A(raster);
   a.record = *record;
-  a.hasRecord = true;
   a.pixels.assign(size_t(record->byteWidth) * size_t(record->bounds.bottom - record->bounds.top), 0);
   return 0;
 }
@@ -24,7 +23,7 @@ FAKE_SET(SetRasterUsageFlag, DWBool, usageFlag)
 DWErr WriteRasterTile(DWArtHandle raster, const DWSlice* rasterSlice, const DWTile* tile, const DWSlice* tileSlice) {
   ENTER("WriteRasterTile");
   Art& a = A(raster);
-  H().tileWrites.push_back({raster, *rasterSlice, *tileSlice, tile->rowBytes, tile->colBytes});
+  H().tileWrites.push_back({*rasterSlice, *tileSlice, tile->rowBytes, tile->colBytes});
   const int32_t width = tileSlice->right - tileSlice->left;
   const size_t bytes = a.record.bitsPerPixel == 1 ? size_t(width + 7) / 8 : size_t(width) * size_t(tile->colBytes);
   for (int32_t r = tileSlice->top; r < tileSlice->bottom; ++r) {

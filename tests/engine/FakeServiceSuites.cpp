@@ -162,7 +162,6 @@ uint32_t DurationMilliseconds(int64_t duration) { return uint32_t(duration); }
 DWErr AcquireSuite(const char* name, int32_t version, const void** suite) {
   ENTER("AcquireSuite");
   *suite = nullptr;
-  H().suitesAcquired.push_back(name);
   if (std::strcmp(name, kDWSymbolUtilsSuite) == 0 && version == kDWSymbolUtilsSuiteVersion)
     *suite = &kSymbolUtils;
   else if (std::strcmp(name, kDWHVExtensionSuite) == 0 && version == kDWHVExtensionSuiteVersion &&

@@ -155,36 +155,35 @@ TEST_F(Rasterize, RasterSizeAndPlacement) {
   }
 }
 
-TEST_F(Rasterize, FactorDropsToTwoFromWidth3277) {
-  for (int32_t width : {3276, 3277}) {
-    reset();
-    settings = makeSettings(kRasterTypeRgb, 72.0, 4);
-    ASSERT_EQ(rasterize(h().addArtSet({}), {0, 1, double(width), 0}), kDWNoErr) << width;
-    EXPECT_EQ(h().ports.at(0).bounds.right, width == 3276 ? 4 * 3276 : 2 * 3277) << width;
-    EXPECT_EQ(h().ports.at(0).options & 0x200000u, 0x200000u) << "anti-aliased port";
-  }
-}
-
-TEST_F(Rasterize, PortWidthLimits) {
+TEST_F(Rasterize, PortWidthLimitsAndTheFactorDrop) {
   struct Case {
     int32_t type;
     int16_t antialiasing;
     int32_t width;
     DWErr expected;
+    int32_t portWidth;  // 0: no port is checked
   };
   const Case cases[] = {
-      {kRasterTypeRgb, 0, 16383, kDWNoErr},   {kRasterTypeRgb, 0, 16384, TooWideError},
-      {kRasterTypeCmyk, 0, 13106, kDWNoErr},  {kRasterTypeCmyk, 0, 13107, TooWideError},
-      {kRasterTypeRgb, 2, 8191, kDWNoErr},    {kRasterTypeRgb, 2, 8192, TooWideError},
-      {kRasterTypeGrayscale, 0, 16384, TooWideError},
+      {kRasterTypeRgb, 0, 16383, kDWNoErr, 16383},  {kRasterTypeRgb, 0, 16384, TooWideError, 0},
+      {kRasterTypeCmyk, 0, 13106, kDWNoErr, 13106}, {kRasterTypeCmyk, 0, 13107, TooWideError, 0},
+      {kRasterTypeRgb, 2, 8191, kDWNoErr, 16382},   {kRasterTypeRgb, 2, 8192, TooWideError, 0},
+      {kRasterTypeGrayscale, 0, 16384, TooWideError, 0},
+      {kRasterTypeRgb, 4, 3276, kDWNoErr, 4 * 3276}, {kRasterTypeRgb, 4, 3277, kDWNoErr, 2 * 3277},
   };
   for (const Case& c : cases) {
     reset();
     settings = makeSettings(c.type, 72.0, c.antialiasing);
-    const std::string name = "type " + std::to_string(c.type) + " width " + std::to_string(c.width);
+    const std::string name = "type " + std::to_string(c.type) + " anti-aliasing " + std::to_string(c.antialiasing) +
+                             " width " + std::to_string(c.width);
     EXPECT_EQ(rasterize(h().addArtSet({}), {0, 1, double(c.width), 0}), c.expected) << name;
     EXPECT_EQ(h().createdRasters().size(), 1u) << "the raster art was created: " << name;
     EXPECT_EQ(h().liveRasters().size(), c.expected ? 0u : 1u) << name;
+    if (c.portWidth) {
+      EXPECT_EQ(h().ports.at(0).bounds.right, c.portWidth) << name;
+    }
+    if (c.portWidth && c.antialiasing == 4) {
+      EXPECT_EQ(h().ports.at(0).options & 0x200000u, 0x200000u) << "anti-aliased port: " << name;
+    }
     expectNothingHeld(name);
   }
 }
@@ -516,6 +515,7 @@ TEST_F(Rasterize, SymbolEditingIsNotified) {
   h().symbolEditing = 1;
   ASSERT_EQ(rasterize(h().addArtSet({}), {0, 4, 4, 0}, 0, prep), kDWNoErr);
   EXPECT_EQ(h().symbolNotifications, (std::vector<DWArtHandle>{prep, root}));
+  EXPECT_EQ(h().art(result).prep, prep) << "placed next to the prep art";
   EXPECT_EQ(h().suitesHeld, 0) << "the symbol utilities are released again";
   EXPECT_EQ(result, h().liveRasters().at(0));
 }
