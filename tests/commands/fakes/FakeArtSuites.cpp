@@ -11,37 +11,13 @@ namespace fake {
 
 namespace {
 
-FakeArtHost& tree() { return FakeArtHost::current(); }
-Art* A(DWArtHandle h) { return FakeArtHost::art(h); }
-DWArtHandle H(Art* a) { return FakeArtHost::handle(a); }
-
-#define FAKE_CHECK(op)                                  \
-  if (const DWErr e_ = tree().check(op)) return e_;
-#define FAKE_LIVE(art)                                  \
-  if (!(art) || !A(art)->alive) return kDeadArt;
-#define FAKE_KIND(art, k)                               \
-  if (A(art)->kind != (k)) return kBadPlace;
+using namespace detail;
 
 // ---- Art styles ----
-DWErr GetArtStyle(DWArtHandle art, DWArtStyleHandle* style) {
-  FAKE_CHECK("GetArtStyle");
-  FAKE_LIVE(art);
-  *style = reinterpret_cast<DWArtStyleHandle>(A(art)->style);
-  return kDWNoErr;
-}
-DWErr SetArtStyle(DWArtHandle art, DWArtStyleHandle style) {
-  FAKE_CHECK("SetArtStyle");
-  FAKE_LIVE(art);
-  A(art)->style = reinterpret_cast<Style*>(style);
-  return kDWNoErr;
-}
-DWErr GetStyleOwner(DWArtHandle art, DWArtHandle* owner) {
-  FAKE_CHECK("GetStyleOwner");
-  FAKE_LIVE(art);
-  const Art* a = A(art);
-  *owner = H(a->styleOwner ? a->styleOwner : a->style ? a->style->owner : nullptr);
-  return kDWNoErr;
-}
+FAKE_GET(GetArtStyle, DWArtStyleHandle, reinterpret_cast<DWArtStyleHandle>(A(art)->style))
+FAKE_SET(SetArtStyle, DWArtStyleHandle, A(art)->style = reinterpret_cast<Style*>(value))
+FAKE_GET(GetStyleOwner, DWArtHandle,
+         H(A(art)->styleOwner ? A(art)->styleOwner : A(art)->style ? A(art)->style->owner : nullptr))
 const DWArtStyleSuite kArtStyle = {GetArtStyle, SetArtStyle, GetStyleOwner};
 
 struct Parser {
@@ -78,56 +54,20 @@ DWErr DisposeParser(DWStyleParser parser) {
 const DWArtStyleParserSuite kParser = {NewParser, ParseStyle, SetFocusPathStyle, CreateNewStyle, DisposeParser};
 
 // ---- Groups ----
-DWErr GetGroupClipped(DWArtHandle group, DWBool* clipped) {
-  FAKE_CHECK("GetGroupClipped");
-  FAKE_LIVE(group);
-  FAKE_KIND(group, kDWGroupArt);
-  *clipped = A(group)->clipped;
-  return kDWNoErr;
-}
-DWErr SetGroupClipped(DWArtHandle group, DWBool clipped) {
-  FAKE_CHECK("SetGroupClipped");
-  FAKE_LIVE(group);
-  FAKE_KIND(group, kDWGroupArt);
-  A(group)->clipped = clipped != 0;
-  return kDWNoErr;
-}
+FAKE_GET_OF(kDWGroupArt, GetGroupClipped, DWBool, A(art)->clipped)
+FAKE_SET_OF(kDWGroupArt, SetGroupClipped, DWBool, A(art)->clipped = value != 0)
 const DWGroupSuite kGroup = {GetGroupClipped, SetGroupClipped};
 
 // ---- Paths ----
-DWErr GetPathIsGuide(DWArtHandle path, DWBool* guide) {
-  FAKE_CHECK("GetPathIsGuide");
-  FAKE_LIVE(path);
-  FAKE_KIND(path, kDWPathArt);
-  *guide = A(path)->guide;
-  return kDWNoErr;
-}
-DWErr GetPathClosed(DWArtHandle path, DWBool* closed) {
-  FAKE_CHECK("GetPathClosed");
-  FAKE_LIVE(path);
-  FAKE_KIND(path, kDWPathArt);
-  *closed = A(path)->closed;
-  return kDWNoErr;
-}
-DWErr SetPathClosed(DWArtHandle path, DWBool closed) {
-  FAKE_CHECK("SetPathClosed");
-  FAKE_LIVE(path);
-  FAKE_KIND(path, kDWPathArt);
-  A(path)->closed = closed != 0;
-  return kDWNoErr;
-}
+FAKE_GET_OF(kDWPathArt, GetPathIsGuide, DWBool, A(art)->guide)
+FAKE_GET_OF(kDWPathArt, GetPathClosed, DWBool, A(art)->closed)
+FAKE_SET_OF(kDWPathArt, SetPathClosed, DWBool, A(art)->closed = value != 0)
 DWErr GetPathSegmentCount(DWArtHandle path, int16_t* count) {
   FAKE_LIVE(path);
   *count = int16_t(A(path)->segments.size());
   return kDWNoErr;
 }
-DWErr SetPathSegmentCount(DWArtHandle path, int16_t count) {
-  FAKE_CHECK("SetPathSegmentCount");
-  FAKE_LIVE(path);
-  FAKE_KIND(path, kDWPathArt);
-  A(path)->segments.resize(size_t(count));
-  return kDWNoErr;
-}
+FAKE_SET_OF(kDWPathArt, SetPathSegmentCount, int16_t, A(art)->segments.resize(size_t(value)))
 DWErr GetPathSegments(DWArtHandle path, int16_t first, int16_t count, DWPathSegment* segments) {
   FAKE_LIVE(path);
   std::copy_n(A(path)->segments.begin() + first, count, segments);
@@ -143,28 +83,12 @@ DWErr SetPathSegments(DWArtHandle path, int16_t first, int16_t count, const DWPa
 const DWPathSuite kPath = {GetPathIsGuide,      GetPathClosed,   SetPathClosed,  GetPathSegmentCount,
                            SetPathSegmentCount, GetPathSegments, SetPathSegments};
 
-DWErr GetPathStyle(DWArtHandle art, DWPathStyle* style) {
-  FAKE_CHECK("GetPathStyle");
-  FAKE_LIVE(art);
-  *style = A(art)->pathStyle;
-  return kDWNoErr;
-}
-DWErr SetPathStyle(DWArtHandle art, const DWPathStyle* style) {
-  FAKE_CHECK("SetPathStyle");
-  FAKE_LIVE(art);
-  A(art)->pathStyle = *style;
-  return kDWNoErr;
-}
+FAKE_GET(GetPathStyle, DWPathStyle, A(art)->pathStyle)
+FAKE_SET(SetPathStyle, const DWPathStyle*, A(art)->pathStyle = *value)
 const DWPathStyleSuite kPathStyle = {GetPathStyle, SetPathStyle};
 
 // ---- Placed art, plug-in groups, meshes ----
-DWErr GetPlacedBounds(DWArtHandle placed, DWRealRect* bounds) {
-  FAKE_CHECK("GetPlacedBounds");
-  FAKE_LIVE(placed);
-  FAKE_KIND(placed, kDWPlacedArt);
-  *bounds = A(placed)->placedBounds;
-  return kDWNoErr;
-}
+FAKE_GET_OF(kDWPlacedArt, GetPlacedBounds, DWRealRect, A(art)->placedBounds)
 DWErr GetPlacedMatrix(DWArtHandle placed, DWRealMatrix* matrix) {
   FAKE_LIVE(placed);
   FAKE_KIND(placed, kDWPlacedArt);
@@ -173,13 +97,7 @@ DWErr GetPlacedMatrix(DWArtHandle placed, DWRealMatrix* matrix) {
 }
 const DWPlacedSuite kPlaced = {GetPlacedBounds, GetPlacedMatrix};
 
-DWErr GetPluginArtResultArt(DWArtHandle art, DWArtHandle* result) {
-  FAKE_CHECK("GetPluginArtResultArt");
-  FAKE_LIVE(art);
-  FAKE_KIND(art, kDWPluginGroupArt);
-  *result = H(A(art)->result);
-  return kDWNoErr;
-}
+FAKE_GET_OF(kDWPluginGroupArt, GetPluginArtResultArt, DWArtHandle, H(A(art)->result))
 DWErr GetPluginArtEditArt(DWArtHandle art, DWArtHandle* edit) {
   FAKE_LIVE(art);
   FAKE_KIND(art, kDWPluginGroupArt);
@@ -286,12 +204,7 @@ DWBool IsPerspectiveArt(DWArtHandle art) { return A(art)->perspective; }
 const DWPerspectiveTransformSuite kPerspective = {IsPerspectiveArt};
 
 // ---- Blend style: only the flag the live effect sets on its rasters ----
-DWErr SetBlendFlag(DWArtHandle art, int32_t flag) {
-  FAKE_CHECK("SetBlendFlag");
-  FAKE_LIVE(art);
-  A(art)->blendFlag = flag;
-  return kDWNoErr;
-}
+FAKE_SET(SetBlendFlag, int32_t, A(art)->blendFlag = value)
 uint32_t GetBlendValue(DWArtHandle) { return 0; }
 uint32_t GetDocumentBlendValue() { return 0; }
 const DWBlendStyleSuite kBlendStyle = {SetBlendFlag, GetBlendValue, GetDocumentBlendValue};

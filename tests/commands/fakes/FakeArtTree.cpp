@@ -11,15 +11,8 @@ namespace {
 
 FakeArtHost* gArtHost = nullptr;
 
-FakeArtHost& tree() { return FakeArtHost::current(); }
-Art* A(DWArtHandle h) { return FakeArtHost::art(h); }
-DWArtHandle H(Art* a) { return FakeArtHost::handle(a); }
+using namespace detail;
 ArtSet* S(DWArtSetHandle h) { return reinterpret_cast<ArtSet*>(h); }
-
-#define FAKE_CHECK(op)                                  \
-  if (const DWErr e_ = tree().check(op)) return e_;
-#define FAKE_LIVE(art)                                  \
-  if (!(art) || !A(art)->alive) return kDeadArt;
 
 // ---- Art ----
 DWErr NewArt(int16_t kind, int16_t paintOrder, DWArtHandle prep, DWArtHandle* out) {
@@ -40,24 +33,9 @@ DWErr DisposeArt(DWArtHandle art) {
   tree().kill(A(art));
   return kDWNoErr;
 }
-DWErr GetArtType(DWArtHandle art, int16_t* kind) {
-  FAKE_CHECK("GetArtType");
-  FAKE_LIVE(art);
-  *kind = A(art)->kind;
-  return kDWNoErr;
-}
-DWErr GetArtParent(DWArtHandle art, DWArtHandle* parent) {
-  FAKE_CHECK("GetArtParent");
-  FAKE_LIVE(art);
-  *parent = H(A(art)->parent);
-  return kDWNoErr;
-}
-DWErr GetArtFirstChild(DWArtHandle art, DWArtHandle* child) {
-  FAKE_CHECK("GetArtFirstChild");
-  FAKE_LIVE(art);
-  *child = A(art)->children.empty() ? nullptr : H(A(art)->children.front());
-  return kDWNoErr;
-}
+FAKE_GET(GetArtType, int16_t, A(art)->kind)
+FAKE_GET(GetArtParent, DWArtHandle, H(A(art)->parent))
+FAKE_GET(GetArtFirstChild, DWArtHandle, A(art)->children.empty() ? nullptr : H(A(art)->children.front()))
 DWErr GetArtSibling(DWArtHandle art, DWArtHandle* sibling) {
   FAKE_CHECK("GetArtSibling");
   FAKE_LIVE(art);
@@ -96,12 +74,7 @@ DWErr GetFirstArtOfLayer(DWLayerHandle layer, DWArtHandle* art) {
   *art = group->children.empty() ? nullptr : H(group->children.front());
   return kDWNoErr;
 }
-DWErr GetArtBounds(DWArtHandle art, DWRealRect* bounds) {
-  FAKE_CHECK("GetArtBounds");
-  FAKE_LIVE(art);
-  *bounds = tree().boundsOf(A(art));
-  return kDWNoErr;
-}
+FAKE_GET(GetArtBounds, DWRealRect, tree().boundsOf(A(art)))
 DWErr ReorderArt(DWArtHandle art, int16_t paintOrder, DWArtHandle prep) {
   FAKE_CHECK("ReorderArt");
   FAKE_LIVE(art);
@@ -112,18 +85,8 @@ DWErr ReorderArt(DWArtHandle art, int16_t paintOrder, DWArtHandle prep) {
   tree().detach(A(art));
   return tree().insert(A(art), paintOrder, A(prep));
 }
-DWErr IsArtGraph(DWArtHandle art, DWBool* graph) {
-  FAKE_CHECK("IsArtGraph");
-  FAKE_LIVE(art);
-  *graph = A(art)->graph;
-  return kDWNoErr;
-}
-DWErr ArtHasOwnStyle(DWArtHandle art, DWBool* styled) {
-  FAKE_CHECK("ArtHasOwnStyle");
-  FAKE_LIVE(art);
-  *styled = A(art)->ownStyle || (A(art)->kind == kDWGroupArt && A(art)->style);
-  return kDWNoErr;
-}
+FAKE_GET(IsArtGraph, DWBool, A(art)->graph)
+FAKE_GET(ArtHasOwnStyle, DWBool, A(art)->ownStyle || (A(art)->kind == kDWGroupArt && A(art)->style))
 DWErr DuplicateArt(DWArtHandle art, int16_t paintOrder, DWArtHandle prep, DWArtHandle* copy) {
   FAKE_CHECK("DuplicateArt");
   FAKE_LIVE(art);
