@@ -6,33 +6,37 @@ namespace refhost::render {
 
 namespace {
 
-inline void blendOver(std::uint8_t* d, const std::uint8_t* s, std::uint32_t a, int n) {
-  const std::uint32_t na = 255 - a;
-  for (int k = 0; k < n; ++k) d[k] = static_cast<std::uint8_t>(div255(s[k] * a + d[k] * na));
-}
-
+// N colour channels; with N = 0 the run-time n says how many.
 template <int N>
-inline void blendOverN(std::uint8_t* d, const std::uint8_t* s, std::uint32_t a) {
+inline void blendOverN(std::uint8_t* d, const std::uint8_t* s, std::uint32_t a, int n = N) {
+  const int count = N > 0 ? N : n;
   const std::uint32_t na = 255 - a;
-  for (int k = 0; k < N; ++k) d[k] = static_cast<std::uint8_t>(div255(s[k] * a + d[k] * na));
+  for (int k = 0; k < count; ++k) d[k] = static_cast<std::uint8_t>(div255(s[k] * a + d[k] * na));
 }
 
-// d points at the alpha byte of an unassociated alpha-first pixel; s at n colour bytes.
-inline void blendAlpha(std::uint8_t* d, const std::uint8_t* s, std::uint32_t a, int n) {
+inline void blendOver(std::uint8_t* d, const std::uint8_t* s, std::uint32_t a, int n) { blendOverN<0>(d, s, a, n); }
+
+// d points at the alpha byte of an unassociated alpha-first pixel; s at the colour bytes.
+template <int N>
+inline void blendAlphaN(std::uint8_t* d, const std::uint8_t* s, std::uint32_t a, int n = N) {
+  const int count = N > 0 ? N : n;
   const std::uint32_t da = d[0];
   if (a == 255 || da == 0) {
     d[0] = static_cast<std::uint8_t>(a);
-    std::memcpy(d + 1, s, static_cast<std::size_t>(n));
+    std::memcpy(d + 1, s, static_cast<std::size_t>(count));
     return;
   }
   if (da == 255) {
-    blendOver(d + 1, s, a, n);
+    blendOverN<N>(d + 1, s, a, count);
     return;
   }
   const std::uint32_t ws = 255 * a, wd = da * (255 - a), den = ws + wd, half = den / 2;
   d[0] = static_cast<std::uint8_t>(a + div255(da * (255 - a)));
-  for (int k = 0; k < n; ++k) d[1 + k] = static_cast<std::uint8_t>((s[k] * ws + d[1 + k] * wd + half) / den);
+  for (int k = 0; k < count; ++k)
+    d[1 + k] = static_cast<std::uint8_t>((s[k] * ws + d[1 + k] * wd + half) / den);
 }
+
+inline void blendAlpha(std::uint8_t* d, const std::uint8_t* s, std::uint32_t a, int n) { blendAlphaN<0>(d, s, a, n); }
 
 inline void blendBit(std::uint8_t* row, std::int32_t x, std::uint8_t gray, std::uint32_t a) {
   std::uint8_t& byte = row[x >> 3];
@@ -139,6 +143,62 @@ void solidOpaqueDst(std::uint8_t* p, std::int32_t n, const std::uint8_t* cov, co
   }
 }
 
+// Source pixels (alpha first, N colour channels; N = 0: nc at run time) over a surface of the same
+// colour channels, with an alpha byte first when AlphaDst. Inside a run of full coverage the
+// coverage factor is exactly 1 (div255(a * 255) == a) and is skipped.
+template <int N, bool AlphaDst>
+void pixelsOver(std::uint8_t* p, std::int32_t n, const std::uint8_t* cov, const std::uint8_t* pixels,
+                std::uint32_t opacity, int ncRuntime) {
+  const int nc = N > 0 ? N : ncRuntime;
+  const std::ptrdiff_t spp = nc + 1, bpp = AlphaDst ? spp : nc;
+  for (std::int32_t i = 0; i < n;) {
+    std::int32_t end = n;
+    bool full = true;
+    if (cov) {
+      if (const std::int32_t z = zeroRun(cov, i, n)) {
+        i += z;
+        continue;
+      }
+      const std::int32_t f = fullRun(cov, i, n);
+      full = f != 0;
+      end = full ? i + f : i + 1;
+    }
+    for (; i < end; ++i) {
+      const std::uint8_t* src = pixels + i * spp;
+      std::uint8_t* d = p + i * bpp;
+      std::uint32_t a = src[0];
+      if (opacity != 255) a = div255(a * opacity);
+      if (!full) a = div255(a * cov[i]);
+      if (a == 0) continue;
+      if (AlphaDst) {
+        // a is 255 only where the source alpha is, so the pixel becomes the source pixel.
+        if (a == 255)
+          std::memcpy(d, src, static_cast<std::size_t>(spp));
+        else
+          blendAlphaN<N>(d, src + 1, a, nc);
+      } else if (a == 255) {
+        std::memcpy(d, src + 1, static_cast<std::size_t>(nc));
+      } else {
+        blendOverN<N>(d, src + 1, a, nc);
+      }
+    }
+  }
+}
+
+template <bool AlphaDst>
+void pixelsOverAny(std::uint8_t* p, std::int32_t n, const std::uint8_t* cov, const std::uint8_t* pixels,
+                   std::uint32_t opacity, int nc) {
+  switch (nc) {
+    case 1:
+      return pixelsOver<1, AlphaDst>(p, n, cov, pixels, opacity, nc);
+    case 3:
+      return pixelsOver<3, AlphaDst>(p, n, cov, pixels, opacity, nc);
+    case 4:
+      return pixelsOver<4, AlphaDst>(p, n, cov, pixels, opacity, nc);
+    default:
+      return pixelsOver<0, AlphaDst>(p, n, cov, pixels, opacity, nc);
+  }
+}
 }  // namespace
 
 void compositeSolid(const Surface& s, std::int32_t y, std::int32_t x0, std::int32_t x1, const std::uint8_t* coverage,
@@ -191,9 +251,14 @@ void compositePixels(const Surface& s, std::int32_t y, std::int32_t x0, std::int
   std::uint8_t* row = s.row(y);
   const std::int32_t n = x1 - x0;
   const int nc = s.colorChannels();
-  const int spp = nc + 1;
-  const int bpp = s.bytesPerPixel;
-  std::uint8_t* p = s.oneBit ? row : row + static_cast<std::ptrdiff_t>(x0 - s.area.left) * bpp;
+  if (!s.oneBit) {
+    std::uint8_t* p = row + static_cast<std::ptrdiff_t>(x0 - s.area.left) * s.bytesPerPixel;
+    if (s.alpha)
+      pixelsOverAny<true>(p, n, coverage, pixels, opacity, nc);
+    else
+      pixelsOverAny<false>(p, n, coverage, pixels, opacity, nc);
+    return;
+  }
   for (std::int32_t i = 0; i < n;) {
     if (coverage) {
       const std::int32_t z = zeroRun(coverage, i, n);
@@ -202,20 +267,11 @@ void compositePixels(const Surface& s, std::int32_t y, std::int32_t x0, std::int
         continue;
       }
     }
-    const std::uint8_t* src = pixels + static_cast<std::ptrdiff_t>(i) * spp;
+    const std::uint8_t* src = pixels + static_cast<std::ptrdiff_t>(i) * 2;
     std::uint32_t a = src[0];
     if (opacity != 255) a = div255(a * opacity);
     if (coverage) a = div255(a * coverage[i]);
-    if (a) {
-      if (s.oneBit)
-        blendBit(row, x0 + i - s.area.left, src[1], a);
-      else if (s.alpha)
-        blendAlpha(p + static_cast<std::ptrdiff_t>(i) * bpp, src + 1, a, nc);
-      else if (a == 255)
-        std::memcpy(p + static_cast<std::ptrdiff_t>(i) * bpp, src + 1, static_cast<std::size_t>(nc));
-      else
-        blendOver(p + static_cast<std::ptrdiff_t>(i) * bpp, src + 1, a, nc);
-    }
+    if (a) blendBit(row, x0 + i - s.area.left, src[1], a);
     ++i;
   }
 }

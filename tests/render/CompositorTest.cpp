@@ -146,3 +146,49 @@ TEST(Compositor, RunsOfCoverageMatchThePixelFormula) {
     }
   }
 }
+
+// Source pixels over an alpha-first surface (group layers, ports with alpha), in runs of coverage
+// and without coverage, against the formulas of Compositor.h pixel by pixel.
+TEST(Compositor, PixelRunsOverAlphaMatchThePixelFormula) {
+  std::mt19937 rng(4411);
+  std::uniform_int_distribution<int> byte(0, 255), kind(0, 2), length(0, 40);
+  const int width = 257;
+  for (int nc : {1, 3, 4, 5}) {
+    for (int opacity : {255, 140}) {
+      for (bool withCoverage : {true, false}) {
+        const int spp = nc + 1;
+        std::vector<std::uint8_t> coverage(static_cast<std::size_t>(width), 255);
+        for (int x = 0; withCoverage && x < width;) {
+          const int k = kind(rng), n = length(rng);
+          for (int i = 0; i < n && x < width; ++i, ++x)
+            coverage[static_cast<std::size_t>(x)] = static_cast<std::uint8_t>(k == 0 ? 0 : k == 1 ? 255 : byte(rng));
+        }
+        std::vector<std::uint8_t> px(static_cast<std::size_t>(width * spp)), source(px.size());
+        for (auto& b : px) b = static_cast<std::uint8_t>(byte(rng));
+        for (auto& b : source) b = static_cast<std::uint8_t>(byte(rng));
+        for (int x = 0; x < width; ++x) {
+          // Opaque and transparent pixels on both sides, as shapes and cleared layers have them.
+          if (x % 5 == 0) source[static_cast<std::size_t>(x * spp)] = 255;
+          if (x % 11 == 0) px[static_cast<std::size_t>(x * spp)] = 0;
+          if (x % 13 == 0) px[static_cast<std::size_t>(x * spp)] = 255;
+        }
+        std::vector<std::uint8_t> expected = px;
+        for (int x = 0; x < width; ++x) {
+          const std::uint8_t* s = &source[static_cast<std::size_t>(x * spp)];
+          std::uint8_t* d = &expected[static_cast<std::size_t>(x * spp)];
+          const std::uint32_t a =
+              div255(div255(std::uint32_t(s[0]) * std::uint32_t(opacity)) * coverage[static_cast<std::size_t>(x)]);
+          if (a == 0) continue;
+          const std::uint32_t ws = 255 * a, wd = d[0] * (255 - a), den = ws + wd;
+          for (int k = 1; k <= nc; ++k) d[k] = static_cast<std::uint8_t>((s[k] * ws + d[k] * wd + den / 2) / den);
+          d[0] = static_cast<std::uint8_t>(a + div255(d[0] * (255 - a)));
+        }
+        const Surface surface = surfaceOver(px, spp, true, width);
+        compositePixels(surface, 0, 0, width, withCoverage ? coverage.data() : nullptr, source.data(),
+                        static_cast<std::uint8_t>(opacity));
+        EXPECT_EQ(px, expected) << "colour channels " << nc << " opacity " << opacity
+                                << (withCoverage ? " coverage runs" : " no coverage");
+      }
+    }
+  }
+}
