@@ -102,13 +102,11 @@ void runCommand(Tool& tool, CommandRequest& request) {
   StagedFiles files;
   try {
     if (!request.output.empty()) writeImage(raster, request.output, files);
-    if (!request.save.empty()) io::saveDocument(document, files.stage(request.save));
-    request.recording.stage(host, files);
   } catch (const io::ExportError& error) {
     throw ToolError(error.what());
-  } catch (const io::IoError& error) {
-    throw ToolError(error.what());
   }
+  stageDocument(document, request.save, files);
+  request.recording.stage(host, files);
   if (host.ui().cancelRequested()) throw ToolCancelled();
   files.commit();
 

@@ -10,8 +10,6 @@
 #include "refhost/cli/PreferencesOnSuccess.h"
 #include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
-#include "refhost/io/IoError.h"
-#include "refhost/io/NativeFormat.h"
 #include "refhost/loader/Host.h"
 
 namespace refhost {
@@ -34,11 +32,7 @@ void runConvertMode(Tool& tool, const ConvertModeRequest& request) {
   Document& document = openDocumentFile(host, request.input);
   const ColorModeChange change = changeColorMode(host, document, kModes.at(request.mode));
   StagedFiles files;
-  try {
-    io::saveDocument(document, files.stage(request.save));
-  } catch (const io::IoError& error) {
-    throw ToolError(error.what());
-  }
+  stageDocument(document, request.save, files);
   session->end();
   files.commit();
   std::printf("colour mode: %s; %zu of %zu effect parameter sets converted, %zu colours converted\n",

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
 #include "refhost/document/Document.h"
 #include "refhost/io/IoError.h"
@@ -62,6 +63,15 @@ Document& openDocumentFile(Host& host, const std::string& path) {
   Document& opened = *document;
   host.setDocument(std::move(document));
   return opened;
+}
+
+void stageDocument(const Document& document, const std::string& path, StagedFiles& files) {
+  if (path.empty()) return;
+  try {
+    io::saveDocument(document, files.stage(path));
+  } catch (const io::IoError& error) {
+    throw ToolError(error.what());
+  }
 }
 
 }  // namespace cli

@@ -10,6 +10,7 @@ class Document;
 class Host;
 
 namespace cli {
+class StagedFiles;
 
 // Reads an SVG or native document or an image, told apart by the extension (.svg, .json, .png,
 // .tif, .tiff) or else by the file's first bytes. The importer's warnings (content it skipped) go to `warnings`.
@@ -20,6 +21,10 @@ std::unique_ptr<Document> readDocumentFile(const std::string& path, std::vector<
 // "warning: ..." lines on stderr. The document is the host's; the reference stays valid while it
 // is open.
 Document& openDocumentFile(Host& host, const std::string& path);
+
+// Writes the document in the native format under the staged name of `path` among `files`
+// (nothing when `path` is empty). Throws ToolError with the writer's one-line message.
+void stageDocument(const Document& document, const std::string& path, StagedFiles& files);
 
 }  // namespace cli
 }  // namespace refhost

@@ -15,8 +15,6 @@
 #include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
 #include "refhost/document/Document.h"
-#include "refhost/io/IoError.h"
-#include "refhost/io/NativeFormat.h"
 #include "refhost/loader/Host.h"
 #include "refhost/suites/LiveEffectMessages.h"
 
@@ -73,12 +71,8 @@ void runEffect(Tool& tool, EffectRequest& request) {
   for (Art* art : targets) attachEffect(*art, *effect, *parameters);
 
   StagedFiles files;
-  try {
-    if (!request.save.empty()) io::saveDocument(document, files.stage(request.save));
-    request.recording.stage(host, files);
-  } catch (const io::IoError& error) {
-    throw ToolError(error.what());
-  }
+  stageDocument(document, request.save, files);
+  request.recording.stage(host, files);
   if (!request.page.path.empty()) request.page.stage(tool, host, document, files);
   session->end();
   if (host.ui().cancelRequested()) throw ToolCancelled();

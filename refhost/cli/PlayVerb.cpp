@@ -16,8 +16,6 @@
 #include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
 #include "refhost/document/Document.h"
-#include "refhost/io/IoError.h"
-#include "refhost/io/NativeFormat.h"
 #include "refhost/loader/ActionPlayback.h"
 #include "refhost/loader/Host.h"
 #include "refhost/loader/HostErrors.h"
@@ -65,11 +63,7 @@ void runPlay(Tool& tool, PlayRequest& request) {
   }
 
   StagedFiles files;
-  try {
-    if (!request.save.empty()) io::saveDocument(document, files.stage(request.save));
-  } catch (const io::IoError& error) {
-    throw ToolError(error.what());
-  }
+  stageDocument(document, request.save, files);
   if (!request.page.path.empty()) request.page.stage(tool, host, document, files);
   session->end();
   if (host.ui().cancelRequested()) throw ToolCancelled();

@@ -13,8 +13,6 @@
 #include "refhost/cli/ActionsFile.h"
 #include "refhost/cli/StagedFiles.h"
 #include "refhost/cli/Tool.h"
-#include "refhost/io/IoError.h"
-#include "refhost/io/NativeFormat.h"
 #include "refhost/loader/Host.h"
 
 namespace refhost {
@@ -68,13 +66,7 @@ void runSettings(Tool& tool, SettingsRequest& request) {
   session->end();
 
   StagedFiles files;
-  if (!request.save.empty()) {
-    try {
-      io::saveDocument(document, files.stage(request.save));
-    } catch (const io::IoError& error) {
-      throw ToolError(error.what());
-    }
-  }
+  stageDocument(document, request.save, files);
   request.recording.stage(host, files);
   if (host.ui().cancelRequested()) throw ToolCancelled();
   files.commit();
