@@ -78,7 +78,10 @@ bool GradientShader::prepare(const Gradient& g, const Rect& artBounds, const Mat
 }
 
 double GradientShader::parameterAt(double gx, double gy) const {
-  if (kind_ == Gradient::Kind::Linear) return ((gx - sx_) * dx_ + (gy - sy_) * dy_) * invLen2_;
+  return kind_ == Gradient::Kind::Linear ? linearAt(gx, gy) : radialAt(gx, gy);
+}
+
+double GradientShader::radialAt(double gx, double gy) const {
   // The circle that moves from the focal circle (t = 0) to the outer circle (t = 1) and passes
   // through the point; the larger t whose radius is not negative.
   const double px = gx - fx_, py = gy - fy_;
@@ -99,30 +102,64 @@ double GradientShader::parameterAt(double gx, double gy) const {
   return std::nan("");
 }
 
-void GradientShader::shadeRow(std::int32_t y, std::int32_t x0, std::int32_t x1, std::uint8_t* out) const {
+// Every pixel's parameter is computed from its own centre with the same operations in the same
+// order as parameterAt, so rounding (and with it the table entry) cannot drift along the row.
+template <int SPP, Gradient::Spread S, Gradient::Kind K>
+void GradientShader::shadeSpan(std::int32_t y, std::int32_t x0, std::int32_t x1, std::uint8_t* out) const {
   const Matrix& m = deviceToGradient_;
-  const double cy = y + 0.5;
-  for (std::int32_t x = x0; x < x1; ++x, out += spp_) {
+  const std::size_t spp = SPP > 0 ? static_cast<std::size_t>(SPP) : static_cast<std::size_t>(spp_);
+  const std::uint8_t* lut = lut_.data();
+  const double cy = y + 0.5, cyx = m.c * cy, cyy = m.d * cy;
+  for (std::int32_t x = x0; x < x1; ++x, out += spp) {
     const double cx = x + 0.5;
-    double t = parameterAt(m.a * cx + m.c * cy + m.tx, m.b * cx + m.d * cy + m.ty);
+    const double gx = m.a * cx + cyx + m.tx, gy = m.b * cx + cyy + m.ty;
+    double t = K == Gradient::Kind::Linear ? linearAt(gx, gy) : radialAt(gx, gy);
     if (std::isnan(t)) {
-      std::memset(out, 0, static_cast<std::size_t>(spp_));
+      std::memset(out, 0, spp);
       continue;
     }
-    switch (spread_) {
-      case Gradient::Spread::Pad:
-        break;
-      case Gradient::Spread::Repeat:
-        t -= std::floor(t);
-        break;
-      case Gradient::Spread::Reflect:
-        t = std::fmod(std::fabs(t), 2.0);
-        if (t > 1.0) t = 2.0 - t;
-        break;
+    if (S == Gradient::Spread::Repeat) {
+      t -= std::floor(t);
+    } else if (S == Gradient::Spread::Reflect) {
+      t = std::fmod(std::fabs(t), 2.0);
+      if (t > 1.0) t = 2.0 - t;
     }
     t = t < 0 ? 0 : t > 1 ? 1 : t;
     const int e = static_cast<int>(t * (kLutSize - 1) + 0.5);
-    std::memcpy(out, &lut_[static_cast<std::size_t>(e) * static_cast<std::size_t>(spp_)], static_cast<std::size_t>(spp_));
+    std::memcpy(out, lut + static_cast<std::size_t>(e) * spp, spp);
+  }
+}
+
+template <int SPP, Gradient::Spread S>
+void GradientShader::shadeSpanOfKind(std::int32_t y, std::int32_t x0, std::int32_t x1, std::uint8_t* out) const {
+  if (kind_ == Gradient::Kind::Linear)
+    shadeSpan<SPP, S, Gradient::Kind::Linear>(y, x0, x1, out);
+  else
+    shadeSpan<SPP, S, Gradient::Kind::Radial>(y, x0, x1, out);
+}
+
+template <int SPP>
+void GradientShader::shadeSpanOfSize(std::int32_t y, std::int32_t x0, std::int32_t x1, std::uint8_t* out) const {
+  switch (spread_) {
+    case Gradient::Spread::Pad:
+      return shadeSpanOfKind<SPP, Gradient::Spread::Pad>(y, x0, x1, out);
+    case Gradient::Spread::Repeat:
+      return shadeSpanOfKind<SPP, Gradient::Spread::Repeat>(y, x0, x1, out);
+    case Gradient::Spread::Reflect:
+      return shadeSpanOfKind<SPP, Gradient::Spread::Reflect>(y, x0, x1, out);
+  }
+}
+
+void GradientShader::shadeRow(std::int32_t y, std::int32_t x0, std::int32_t x1, std::uint8_t* out) const {
+  switch (spp_) {
+    case 2:
+      return shadeSpanOfSize<2>(y, x0, x1, out);
+    case 4:
+      return shadeSpanOfSize<4>(y, x0, x1, out);
+    case 5:
+      return shadeSpanOfSize<5>(y, x0, x1, out);
+    default:
+      return shadeSpanOfSize<0>(y, x0, x1, out);
   }
 }
 

@@ -30,6 +30,16 @@ class GradientShader {
   double parameterAt(double gx, double gy) const;
 
  private:
+  double linearAt(double gx, double gy) const { return ((gx - sx_) * dx_ + (gy - sy_) * dy_) * invLen2_; }
+  double radialAt(double gx, double gy) const;
+  // Rows specialised by bytes per pixel (0: any), spread and kind, so the loop has no branch on them.
+  template <int SPP, Gradient::Spread S, Gradient::Kind K>
+  void shadeSpan(std::int32_t y, std::int32_t x0, std::int32_t x1, std::uint8_t* out) const;
+  template <int SPP, Gradient::Spread S>
+  void shadeSpanOfKind(std::int32_t y, std::int32_t x0, std::int32_t x1, std::uint8_t* out) const;
+  template <int SPP>
+  void shadeSpanOfSize(std::int32_t y, std::int32_t x0, std::int32_t x1, std::uint8_t* out) const;
+
   static constexpr int kLutSize = 1024;
   std::vector<std::uint8_t> lut_;
   int spp_ = 1;
