@@ -1,16 +1,33 @@
 #include "refhost/loader/HostMemory.h"
 
+#include "refhost/document/LargeBlock.h"
+
 #include <cstdlib>
 
 namespace refhost {
 
+namespace {
+
+// Tile buffers are this big or bigger and are filled right away: mapped memory is zeroed by the
+// system and faults in huge pages, where calloc would zero it again or fault every 4 KiB.
+bool mapped(size_t size) { return size >= kHugePageBytes; }
+
+void release(void* block, size_t size) {
+  if (mapped(size))
+    unmapLargeBlock(block, size);
+  else
+    std::free(block);
+}
+
+}  // namespace
+
 HostMemory::~HostMemory() {
-  for (auto& entry : blocks_) std::free(const_cast<void*>(entry.first));
+  for (auto& entry : blocks_) release(const_cast<void*>(entry.first), entry.second.size);
 }
 
 void* HostMemory::allocate(size_t size, const std::string& name) {
   // A zero-byte request still gets a distinct block, as plug-ins free what they were given.
-  void* block = std::calloc(size ? size : 1, 1);
+  void* block = mapped(size) ? mapLargeBlock(size) : std::calloc(size ? size : 1, 1);
   if (block) blocks_[block] = Block{size, name};
   return block;
 }
@@ -33,8 +50,9 @@ bool HostMemory::free(void* block) {
   const auto found = blocks_.find(block);
   if (found == blocks_.end()) return false;
   if (found->second.name.empty()) workingBytes_ -= found->second.size;
+  const size_t size = found->second.size;
   blocks_.erase(found);
-  std::free(block);
+  release(block, size);
   return true;
 }
 

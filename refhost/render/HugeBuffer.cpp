@@ -1,30 +1,15 @@
 #include "refhost/render/HugeBuffer.h"
 
+#include "refhost/document/LargeBlock.h"
+
 #include <new>
-#include <sys/mman.h>
 #include <utility>
 
 namespace refhost::render {
 
 namespace {
-constexpr std::size_t kHugePage = std::size_t(2) << 20;
-
 std::size_t roundUp(std::size_t n, std::size_t to) { return (n + to - 1) / to * to; }
 }  // namespace
-
-void* mapLargeBlock(std::size_t bytes) {
-  if (bytes == 0) return nullptr;
-  void* p = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (p == MAP_FAILED) return nullptr;
-#ifdef MADV_HUGEPAGE
-  if (bytes >= kHugePage) ::madvise(p, bytes, MADV_HUGEPAGE);
-#endif
-  return p;
-}
-
-void unmapLargeBlock(void* block, std::size_t bytes) {
-  if (block) ::munmap(block, bytes);
-}
 
 HugeBuffer::~HugeBuffer() { release(); }
 
@@ -44,7 +29,7 @@ std::uint8_t* HugeBuffer::reserve(std::size_t bytes) {
   if (bytes <= capacity_) return data_;
   // Grow by at least half again so a slowly rising demand does not remap every time.
   std::size_t want = bytes < capacity_ + capacity_ / 2 ? capacity_ + capacity_ / 2 : bytes;
-  want = roundUp(want, want >= kHugePage ? kHugePage : 4096);
+  want = roundUp(want, want >= kHugePageBytes ? kHugePageBytes : 4096);
   void* p = mapLargeBlock(want);
   if (!p) throw std::bad_alloc();
   release();

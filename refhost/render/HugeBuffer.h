@@ -29,8 +29,4 @@ class HugeBuffer {
   std::size_t capacity_ = 0;
 };
 
-// Maps `bytes` of zeroed memory, advised as huge pages when it is large; null on failure.
-void* mapLargeBlock(std::size_t bytes);
-void unmapLargeBlock(void* block, std::size_t bytes);
-
 }  // namespace refhost::render
