@@ -118,6 +118,26 @@ void solidOpaqueDst(std::uint8_t* p, std::int32_t n, const std::uint8_t* cov, co
     }
     return;
   }
+  if (N > 0) {
+    // Translucent paint: inside full coverage a is the paint's alpha (div255(255 * sa) == sa).
+    for (std::int32_t i = 0; i < n;) {
+      std::int32_t f = n - i;
+      if (cov) {
+        if (const std::int32_t z = zeroRun(cov, i, n)) {
+          i += z;
+          continue;
+        }
+        f = fullRun(cov, i, n);
+      }
+      if (f) {
+        for (const std::int32_t end = i + f; i < end; ++i) blendOverN<N>(p + static_cast<std::ptrdiff_t>(i) * N, src.color, sa);
+        continue;
+      }
+      if (const std::uint32_t a = div255(cov[i] * sa)) blendOverN<N>(p + static_cast<std::ptrdiff_t>(i) * N, src.color, a);
+      ++i;
+    }
+    return;
+  }
   for (std::int32_t i = 0; i < n;) {
     if (cov) {
       const std::int32_t z = zeroRun(cov, i, n);
