@@ -4,6 +4,9 @@
 
 #include <cmath>
 #include <cstring>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace refhost::render {
 
@@ -110,6 +113,52 @@ void GradientShader::shadeSpan(std::int32_t y, std::int32_t x0, std::int32_t x1,
   const std::size_t spp = SPP > 0 ? static_cast<std::size_t>(SPP) : static_cast<std::size_t>(spp_);
   const std::uint8_t* lut = lut_.data();
   const double cy = y + 0.5, cyx = m.c * cy, cyy = m.d * cy;
+  if constexpr (K == Gradient::Kind::Linear && S == Gradient::Spread::Pad) {
+    // Table entries for a stretch of pixels first (-1 for NaN), then the copies.
+    constexpr std::int32_t kChunk = 64;
+    std::int32_t entry[kChunk];
+    for (std::int32_t x = x0; x < x1;) {
+      const std::int32_t count = x1 - x < kChunk ? x1 - x : kChunk;
+      std::int32_t j = 0;
+#ifdef __SSE2__
+      // Two pixels per step with the scalar operations' IEEE rounding; max and min clamp as the
+      // comparisons do (a negative zero may come out positive, which gives the same entry).
+      const __m128d ma = _mm_set1_pd(m.a), mb = _mm_set1_pd(m.b), cx0 = _mm_set1_pd(cyx), cy0 = _mm_set1_pd(cyy);
+      const __m128d tx = _mm_set1_pd(m.tx), ty = _mm_set1_pd(m.ty), sx = _mm_set1_pd(sx_), sy = _mm_set1_pd(sy_);
+      const __m128d dx = _mm_set1_pd(dx_), dy = _mm_set1_pd(dy_), inv = _mm_set1_pd(invLen2_);
+      const __m128d zero = _mm_setzero_pd(), one = _mm_set1_pd(1.0), scale = _mm_set1_pd(kLutSize - 1);
+      const __m128d half = _mm_set1_pd(0.5);
+      for (; j + 2 <= count; j += 2) {
+        const __m128d cx = _mm_add_pd(_mm_cvtepi32_pd(_mm_setr_epi32(x + j, x + j + 1, 0, 0)), half);
+        const __m128d gx = _mm_add_pd(_mm_add_pd(_mm_mul_pd(ma, cx), cx0), tx);
+        const __m128d gy = _mm_add_pd(_mm_add_pd(_mm_mul_pd(mb, cx), cy0), ty);
+        const __m128d t = _mm_mul_pd(
+            _mm_add_pd(_mm_mul_pd(_mm_sub_pd(gx, sx), dx), _mm_mul_pd(_mm_sub_pd(gy, sy), dy)), inv);
+        const __m128d nan = _mm_cmpunord_pd(t, t);
+        const __m128d c = _mm_min_pd(_mm_max_pd(t, zero), one);
+        const __m128i e = _mm_cvttpd_epi32(_mm_add_pd(_mm_mul_pd(_mm_andnot_pd(nan, c), scale), half));
+        const int nanMask = _mm_movemask_pd(nan);
+        entry[j] = nanMask & 1 ? -1 : _mm_cvtsi128_si32(e);
+        entry[j + 1] = nanMask & 2 ? -1 : _mm_cvtsi128_si32(_mm_srli_si128(e, 4));
+      }
+#endif
+      for (; j < count; ++j) {
+        const double cx = (x + j) + 0.5;
+        const double gx = m.a * cx + cyx + m.tx, gy = m.b * cx + cyy + m.ty;
+        const double t = linearAt(gx, gy);
+        const double c = t < 0 ? 0 : t > 1 ? 1 : t;
+        entry[j] = t == t ? static_cast<std::int32_t>(c * (kLutSize - 1) + 0.5) : -1;
+      }
+      for (std::int32_t k = 0; k < count; ++k, out += spp) {
+        if (entry[k] < 0)
+          std::memset(out, 0, spp);
+        else
+          std::memcpy(out, lut + static_cast<std::size_t>(entry[k]) * spp, spp);
+      }
+      x += count;
+    }
+    return;
+  }
   for (std::int32_t x = x0; x < x1; ++x, out += spp) {
     const double cx = x + 0.5;
     const double gx = m.a * cx + cyx + m.tx, gy = m.b * cx + cyy + m.ty;
