@@ -6,6 +6,7 @@ namespace refhost {
 namespace {
 
 using testing::docPoint;
+using testing::expectPoint;
 using testing::findArt;
 using testing::importSvg;
 using testing::svgDoc;
@@ -13,13 +14,6 @@ using testing::svgDoc;
 const Gradient& gradientOf(const Art* a) {
   EXPECT_EQ(a->pathStyle().fill.type, Paint::Type::Gradient);
   return *a->pathStyle().fill.gradient;
-}
-
-void expectMaps(const Gradient& g, Point gradientPoint, Point svgUserPoint, const std::string& what) {
-  const Point got = g.transform.apply(gradientPoint);
-  const Point want = docPoint(svgUserPoint.x, svgUserPoint.y);
-  EXPECT_NEAR(got.x, want.x, 1e-9) << what;
-  EXPECT_NEAR(got.y, want.y, 1e-9) << what;
 }
 
 TEST(Gradients, LinearInBoundingBoxUnits) {
@@ -32,8 +26,8 @@ TEST(Gradients, LinearInBoundingBoxUnits) {
   EXPECT_EQ(g.start, (Point{0, 0}));
   EXPECT_EQ(g.end, (Point{1, 0}));
   // The unit square lands on the rectangle.
-  expectMaps(g, {0, 0}, {10, 20}, "box origin");
-  expectMaps(g, {1, 1}, {50, 30}, "box corner");
+  expectPoint(g.transform.apply({0, 0}), docPoint(10, 20), "box origin");
+  expectPoint(g.transform.apply({1, 1}), docPoint(50, 30), "box corner");
   ASSERT_EQ(g.stops.size(), 2u);
   EXPECT_EQ(g.stops[1].offset, 0.5);
   EXPECT_EQ(g.stops[1].opacity, 0.5);
@@ -49,7 +43,7 @@ TEST(Gradients, UserSpaceWithTransformAndSpread) {
   EXPECT_EQ(g.spread, Gradient::Spread::Reflect);
   EXPECT_EQ(g.start, (Point{10, 0}));
   // Gradient point (10, 0): translated to (10, 5), then the group's scale: (5, 2.5).
-  expectMaps(g, {10, 0}, {5, 2.5}, "user space through both transforms");
+  expectPoint(g.transform.apply({10, 0}), docPoint(5, 2.5), "user space through both transforms");
 }
 
 TEST(Gradients, HrefInheritsAttributesAndStops) {

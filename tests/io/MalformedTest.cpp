@@ -6,17 +6,34 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <regex>
+#include <functional>
 
 namespace refhost {
 namespace {
 
-struct BadSvg {
+// A file the loaders must refuse with one line naming the file, and the line when known.
+struct BadInput {
   const char* name;
   std::string text;
   std::size_t line;  // 0: no line expected
   const char* words;
 };
+
+void expectRefused(const BadInput& c, const std::string& file, const std::function<void()>& load) {
+  try {
+    load();
+    ADD_FAILURE() << c.name << ": accepted";
+  } catch (const io::IoError& e) {
+    const std::string what = e.what();
+    EXPECT_EQ(what.find('\n'), std::string::npos) << c.name << ": " << what;
+    EXPECT_EQ(what.rfind(file + ":", 0), 0u) << c.name << ": " << what;
+    EXPECT_NE(what.find(c.words), std::string::npos) << c.name << ": " << what;
+    if (c.line) {
+      EXPECT_EQ(e.line(), c.line) << c.name << ": " << what;
+      EXPECT_EQ(what.rfind(file + ":" + std::to_string(c.line) + ":", 0), 0u) << c.name << ": " << what;
+    }
+  }
+}
 
 std::string deepNesting(int depth) {
   std::string s = "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'>\n";
@@ -25,7 +42,7 @@ std::string deepNesting(int depth) {
   return s + "</svg>";
 }
 
-const BadSvg kBadSvgs[] = {
+const BadInput kBadSvgs[] = {
     {"unclosed tag", "<svg xmlns='http://www.w3.org/2000/svg'>\n<rect width='1'\n</svg>", 3, "malformed XML"},
     {"mismatched end", "<svg xmlns='http://www.w3.org/2000/svg'>\n<g>\n</svg>", 3, "malformed XML"},
     {"not xml", "just text", 1, "malformed XML"},
@@ -38,21 +55,7 @@ const BadSvg kBadSvgs[] = {
 };
 
 TEST(Malformed, SvgFailsWithOneLineNamingFileAndLine) {
-  for (const BadSvg& c : kBadSvgs) {
-    try {
-      testing::importSvg(c.text);
-      FAIL() << c.name << ": accepted";
-    } catch (const io::IoError& e) {
-      const std::string what = e.what();
-      EXPECT_EQ(what.find('\n'), std::string::npos) << c.name << ": " << what;
-      EXPECT_EQ(what.rfind("test.svg:", 0), 0u) << c.name << ": " << what;
-      EXPECT_NE(what.find(c.words), std::string::npos) << c.name << ": " << what;
-      if (c.line) {
-        EXPECT_EQ(e.line(), c.line) << c.name << ": " << what;
-        EXPECT_NE(what.find("test.svg:" + std::to_string(c.line) + ":"), std::string::npos) << c.name << ": " << what;
-      }
-    }
-  }
+  for (const BadInput& c : kBadSvgs) expectRefused(c, "test.svg", [&] { testing::importSvg(c.text); });
 }
 
 // Entities are never expanded: a file that declares them (the billion laughs, an external file
@@ -93,12 +96,8 @@ TEST(Malformed, ExponentialUseIsBounded) {
   body += "</defs><use href='#l8'/>";
   io::SvgImportOptions options;
   options.maxArt = 100000;
-  try {
-    io::importSvgText(testing::svgDoc(body), "bomb.svg", ".", options);
-    FAIL() << "accepted";
-  } catch (const io::IoError& e) {
-    EXPECT_NE(std::string(e.what()).find("too many objects"), std::string::npos) << e.what();
-  }
+  const std::string what = testing::ioErrorOf([&] { io::importSvgText(testing::svgDoc(body), "bomb.svg", ".", options); });
+  EXPECT_NE(what.find("too many objects"), std::string::npos) << what;
 }
 
 TEST(Malformed, CircularUseIsSkippedWithAWarning) {
@@ -131,22 +130,11 @@ TEST(Malformed, OverflowingCoordinatesAreSkipped) {
 }
 
 TEST(Malformed, MissingFileIsOneLine) {
-  try {
-    io::importSvgFile("/nonexistent/dir/x.svg");
-    FAIL();
-  } catch (const io::IoError& e) {
-    EXPECT_EQ(std::string(e.what()).rfind("/nonexistent/dir/x.svg: cannot open", 0), 0u) << e.what();
-  }
+  const std::string what = testing::ioErrorOf([] { io::importSvgFile("/nonexistent/dir/x.svg"); });
+  EXPECT_EQ(what.rfind("/nonexistent/dir/x.svg: cannot open", 0), 0u) << what;
 }
 
-struct BadJson {
-  const char* name;
-  std::string text;
-  std::size_t line;
-  const char* words;
-};
-
-const BadJson kBadJson[] = {
+const BadInput kBadJson[] = {
     {"syntax", "{\n  \"format\": \"refhost-document\",\n  \"version\": 1,,\n}", 3, "malformed JSON"},
     {"truncated", "{\n  \"format\": ", 2, "malformed JSON"},
     {"not an object", "[1, 2]", 0, "at /: the document must be a JSON object"},
@@ -167,20 +155,7 @@ const BadJson kBadJson[] = {
 };
 
 TEST(Malformed, NativeJsonFailsWithOneLine) {
-  for (const BadJson& c : kBadJson) {
-    try {
-      io::documentFromJson(c.text, "doc.json");
-      FAIL() << c.name << ": accepted";
-    } catch (const io::IoError& e) {
-      const std::string what = e.what();
-      EXPECT_EQ(what.find('\n'), std::string::npos) << c.name << ": " << what;
-      EXPECT_EQ(what.rfind("doc.json:", 0), 0u) << c.name << ": " << what;
-      EXPECT_NE(what.find(c.words), std::string::npos) << c.name << ": " << what;
-      if (c.line) {
-        EXPECT_EQ(e.line(), c.line) << c.name << ": " << what;
-      }
-    }
-  }
+  for (const BadInput& c : kBadJson) expectRefused(c, "doc.json", [&] { io::documentFromJson(c.text, "doc.json"); });
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <iostream>
 #include <dirent.h>
+#include <filesystem>
 #include <sys/stat.h>
 
 #include <string>
@@ -79,18 +80,11 @@ TEST(RealWorld, ExamplesLoad) {
   std::vector<std::string> files;
   collect(RASTERIZE_EXAMPLES_DIR, files, 1000);
   std::size_t json = 0;
-  DIR* d = ::opendir(RASTERIZE_EXAMPLES_DIR);
-  ASSERT_NE(d, nullptr);
-  while (dirent* e = ::readdir(d)) {
-    const std::string n = e->d_name;
-    if (n.size() > 5 && n.compare(n.size() - 5, 5, ".json") == 0) {
-      const std::string path = std::string(RASTERIZE_EXAMPLES_DIR) + "/" + n;
-      auto doc = io::loadDocument(path);
-      EXPECT_GT(doc->layerCount(), 0u) << path;
-      ++json;
-    }
+  for (const auto& e : std::filesystem::directory_iterator(RASTERIZE_EXAMPLES_DIR)) {
+    if (e.path().extension() != ".json") continue;
+    EXPECT_GT(io::loadDocument(e.path().string())->layerCount(), 0u) << e.path();
+    ++json;
   }
-  ::closedir(d);
   for (const std::string& f : files) {
     if (f.find("/client_plugin/") != std::string::npos) continue;
     auto r = io::importSvgFile(f);

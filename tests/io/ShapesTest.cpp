@@ -8,16 +8,12 @@ namespace refhost {
 namespace {
 
 using testing::docPoint;
+using testing::expectPoint;
 using testing::findArt;
 using testing::importSvg;
 using testing::svgDoc;
 
 const double kKappa = 4.0 / 3.0 * std::tan(M_PI / 8);  // quarter-circle handle length / radius
-
-void expectPoint(Point got, Point want, const std::string& what) {
-  EXPECT_NEAR(got.x, want.x, 1e-9) << what;
-  EXPECT_NEAR(got.y, want.y, 1e-9) << what;
-}
 
 // Expected anchors in SVG user units, converted here to document points.
 struct Anchor {
@@ -39,11 +35,6 @@ void expectAnchors(const Art* art, const std::vector<Anchor>& want, bool closed,
 }
 
 Anchor corner(double x, double y) { return Anchor{{x, y}, {x, y}, {x, y}}; }
-
-TEST(Shapes, Rectangle) {
-  auto r = importSvg(svgDoc("<rect id='r' x='10' y='20' width='30' height='40'/>"));
-  expectAnchors(findArt(*r.document, "r"), {corner(10, 20), corner(40, 20), corner(40, 60), corner(10, 60)}, true, "rect");
-}
 
 TEST(Shapes, RoundedRectangle) {
   auto r = importSvg(svgDoc("<rect id='r' x='10' y='20' width='40' height='30' rx='5' ry='4'/>"));
@@ -102,10 +93,12 @@ TEST(Shapes, CircleAndEllipse) {
   for (const PathSegment& s : findArt(*r.document, "c")->path()->segments) EXPECT_FALSE(s.corner);
 }
 
-TEST(Shapes, LinePolylinePolygon) {
-  auto r = importSvg(svgDoc("<line id='l' x1='1' y1='2' x2='30' y2='40' stroke='black'/>"
+TEST(Shapes, RectangleLinePolylinePolygon) {
+  auto r = importSvg(svgDoc("<rect id='r' x='10' y='20' width='30' height='40'/>"
+                            "<line id='l' x1='1' y1='2' x2='30' y2='40' stroke='black'/>"
                             "<polyline id='pl' points='0,0 10,0 10,10'/>"
                             "<polygon id='pg' points='0 0, 10 0 5 8'/>"));
+  expectAnchors(findArt(*r.document, "r"), {corner(10, 20), corner(40, 20), corner(40, 60), corner(10, 60)}, true, "rect");
   expectAnchors(findArt(*r.document, "l"), {corner(1, 2), corner(30, 40)}, false, "line");
   EXPECT_FALSE(findArt(*r.document, "l")->pathStyle().fillPaint) << "a line has no fill";
   expectAnchors(findArt(*r.document, "pl"), {corner(0, 0), corner(10, 0), corner(10, 10)}, false, "polyline");

@@ -14,6 +14,7 @@ namespace refhost {
 namespace {
 
 using testing::docPoint;
+using testing::expectPoint;
 using testing::findArt;
 using testing::importSvg;
 using testing::svgDoc;
@@ -67,11 +68,8 @@ TEST(Structure, UseOfASymbolIsASymbolInstance) {
   EXPECT_EQ(r.document->symbols().size(), 2u);
   // The instance places the symbol's 10-unit square on the use's 20 px viewport at (20, 30).
   const Rect b = artBounds(*u1);
-  const Point tl = docPoint(20, 30), br = docPoint(40, 50);
-  EXPECT_NEAR(b.left, tl.x, 1e-9);
-  EXPECT_NEAR(b.top, tl.y, 1e-9);
-  EXPECT_NEAR(b.right, br.x, 1e-9);
-  EXPECT_NEAR(b.bottom, br.y, 1e-9);
+  expectPoint({b.left, b.top}, docPoint(20, 30), "top left");
+  expectPoint({b.right, b.bottom}, docPoint(40, 50), "bottom right");
   EXPECT_EQ(s->definition()->firstChild()->pathStyle().fill, Paint::rgb(1, 0, 0)) << "the content inherits from the use";
 }
 
@@ -80,9 +78,7 @@ TEST(Structure, UseOfAPlainElementIsExpanded) {
   const Art* u = findArt(*r.document, "u");
   ASSERT_EQ(u->kind(), ArtKind::Group);
   ASSERT_EQ(u->childCount(), 1u);
-  const Point p = u->firstChild()->path()->segments[0].p, want = docPoint(5, 6);
-  EXPECT_NEAR(p.x, want.x, 1e-9);
-  EXPECT_NEAR(p.y, want.y, 1e-9);
+  expectPoint(u->firstChild()->path()->segments[0].p, docPoint(5, 6));
 }
 
 TEST(Structure, ClipPathMakesAClipGroup) {
@@ -121,14 +117,10 @@ TEST(Structure, EmbeddedPngBecomesPlacedArt) {
   EXPECT_EQ(p.image->width, 2);
   EXPECT_EQ(p.image->rgba, rgba);
   const Rect b = artBounds(*a);
-  EXPECT_NEAR(b.left, 7.5, 1e-9);
-  EXPECT_NEAR(b.right, 37.5, 1e-9);
-  EXPECT_NEAR(b.top, docPoint(0, 20).y, 1e-9);
-  EXPECT_NEAR(b.bottom, docPoint(0, 40).y, 1e-9);
+  expectPoint({b.left, b.top}, docPoint(10, 20), "top left");
+  expectPoint({b.right, b.bottom}, docPoint(50, 40), "bottom right");
   // The image's top row sits at the top: natural top-left corner maps to SVG (10, 20).
-  const Point tl = p.matrix.apply(Point{p.bounds.left, p.bounds.top});
-  EXPECT_NEAR(tl.x, 7.5, 1e-9);
-  EXPECT_NEAR(tl.y, docPoint(0, 20).y, 1e-9);
+  expectPoint(p.matrix.apply(Point{p.bounds.left, p.bounds.top}), docPoint(10, 20), "image top left");
 }
 
 TEST(Structure, ImageFileIsResolvedRelativeToTheSvg) {
@@ -157,9 +149,7 @@ TEST(Structure, TextBecomesATextFrame) {
   EXPECT_EQ(t.text, "Hello big world");
   EXPECT_NEAR(t.fontSize, 15, 1e-9);
   EXPECT_EQ(t.anchor, TextAnchor::Middle);
-  const Point pos = t.position(), want = docPoint(10, 50);
-  EXPECT_NEAR(pos.x, want.x, 1e-9);
-  EXPECT_NEAR(pos.y, want.y, 1e-9);
+  expectPoint(t.position(), docPoint(10, 50));
   EXPECT_NEAR(t.matrix.a, 1, 1e-12) << "text space is points, y up";
   EXPECT_NEAR(t.matrix.d, 1, 1e-12);
   EXPECT_EQ(a->pathStyle().fill, Paint::rgb(0, 0, 1));
@@ -167,9 +157,7 @@ TEST(Structure, TextBecomesATextFrame) {
 
 TEST(Structure, TextPositionTakesTheFirstOfAListWithUnits) {
   auto r = importSvg(svgDoc("<text id='t' x='0.5in 40 50' y='2em,9'>abc</text>"));
-  const Point pos = findArt(*r.document, "t")->text()->position(), want = docPoint(48, 32);
-  EXPECT_NEAR(pos.x, want.x, 1e-9);
-  EXPECT_NEAR(pos.y, want.y, 1e-9);
+  expectPoint(findArt(*r.document, "t")->text()->position(), docPoint(48, 32));
 }
 
 TEST(Structure, UnsupportedContentIsWarnedOncePerKind) {

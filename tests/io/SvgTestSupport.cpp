@@ -1,5 +1,8 @@
 #include "SvgTestSupport.h"
 
+#include "refhost/io/IoError.h"
+
+#include <gtest/gtest.h>
 #include <png.h>
 
 #include <cstring>
@@ -27,6 +30,21 @@ Art* findArt(const Document& doc, const std::string& name) {
 }
 
 Point docPoint(double x, double y, double h) { return Point{0.75 * x, 0.75 * (h - y)}; }
+
+void expectPoint(Point got, Point want, const std::string& what, double tol) {
+  EXPECT_NEAR(got.x, want.x, tol) << what;
+  EXPECT_NEAR(got.y, want.y, tol) << what;
+}
+
+std::string ioErrorOf(const std::function<void()>& f, const std::string& what) {
+  try {
+    f();
+  } catch (const io::IoError& e) {
+    return e.what();
+  }
+  ADD_FAILURE() << what << ": accepted";
+  return {};
+}
 
 std::vector<std::uint8_t> makePng(int width, int height, const std::vector<std::uint8_t>& rgba) {
   png_image image;

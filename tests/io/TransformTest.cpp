@@ -48,9 +48,7 @@ TEST(Transforms, EveryFormMatchesItsDefinition) {
     auto m = io::svg::parseTransform(c.text);
     ASSERT_TRUE(m.has_value()) << c.text;
     for (Point p : probes) {
-      const Point got = m->apply(p), want = c.apply(p);
-      EXPECT_NEAR(got.x, want.x, 1e-9) << c.text;
-      EXPECT_NEAR(got.y, want.y, 1e-9) << c.text;
+      testing::expectPoint(m->apply(p), c.apply(p), c.text);
     }
   }
 }
@@ -67,9 +65,7 @@ TEST(Transforms, NestedGroupsCompose) {
                             "<rect id='r' transform='scale(2)' x='1' y='0' width='1' height='1'/></g></g>"));
   const PathData& p = *findArt(*r.document, "r")->path();
   // (1,0) scaled -> (2,0), rotated -> (0,2), translated -> (10,22) in SVG user units.
-  const Point want = testing::docPoint(10, 22);
-  EXPECT_NEAR(p.segments[0].p.x, want.x, 1e-9);
-  EXPECT_NEAR(p.segments[0].p.y, want.y, 1e-9);
+  testing::expectPoint(p.segments[0].p, testing::docPoint(10, 22));
 }
 
 TEST(Transforms, StrokeWidthScalesWithTheUserSpace) {

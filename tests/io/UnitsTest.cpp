@@ -36,10 +36,8 @@ TEST(Units, RootSizeBecomesTheArtboard) {
     auto r = importSvg(svg);
     ASSERT_EQ(r.document->artboards().size(), 1u) << c.width;
     const Rect b = r.document->artboards()[0].bounds;
-    EXPECT_NEAR(b.left, 0, 1e-9) << c.width;
-    EXPECT_NEAR(b.bottom, 0, 1e-9) << c.width;
-    EXPECT_NEAR(b.right, c.wantWidthPt, 1e-9) << c.width;
-    EXPECT_NEAR(b.top, c.wantHeightPt, 1e-9) << c.width;
+    testing::expectPoint({b.left, b.bottom}, {0, 0}, c.width);
+    testing::expectPoint({b.right, b.top}, {c.wantWidthPt, c.wantHeightPt}, c.width);
   }
 }
 
@@ -85,11 +83,8 @@ TEST(Units, ViewBoxAndPreserveAspectRatio) {
                                         "preserveAspectRatio='") + c.par + "'><rect id='r' width='100' height='50'/></svg>";
     auto r = importSvg(svg);
     const PathData& p = *findArt(*r.document, "r")->path();
-    const Point tl = testing::docPoint(c.x0, c.y0, 200), br = testing::docPoint(c.x1, c.y1, 200);
-    EXPECT_NEAR(p.segments[0].p.x, tl.x, 1e-9) << c.par;
-    EXPECT_NEAR(p.segments[0].p.y, tl.y, 1e-9) << c.par;
-    EXPECT_NEAR(p.segments[2].p.x, br.x, 1e-9) << c.par;
-    EXPECT_NEAR(p.segments[2].p.y, br.y, 1e-9) << c.par;
+    testing::expectPoint(p.segments[0].p, testing::docPoint(c.x0, c.y0, 200), c.par);
+    testing::expectPoint(p.segments[2].p, testing::docPoint(c.x1, c.y1, 200), c.par);
   }
 }
 
@@ -99,8 +94,7 @@ TEST(Units, ViewBoxOffsetAndDefaultSize) {
   EXPECT_NEAR(r.document->artboards()[0].bounds.right, 30, 1e-9);
   EXPECT_NEAR(r.document->artboards()[0].bounds.top, 60, 1e-9);
   const PathData& p = *findArt(*r.document, "r")->path();
-  EXPECT_NEAR(p.segments[0].p.x, 0, 1e-9);
-  EXPECT_NEAR(p.segments[0].p.y, 60, 1e-9) << "the viewBox top-left is the artboard's top-left";
+  testing::expectPoint(p.segments[0].p, {0, 60}, "the viewBox top-left is the artboard's top-left");
 }
 
 }  // namespace
