@@ -9,9 +9,7 @@
 
 #include <algorithm>
 #include <iostream>
-#include <dirent.h>
 #include <filesystem>
-#include <sys/stat.h>
 
 #include <string>
 #include <vector>
@@ -29,24 +27,16 @@ const char* const kFolders[] = {
 
 void collect(const std::string& dir, std::vector<std::string>& out, std::size_t limit, int depth = 0) {
   if (depth > 6 || out.size() >= limit) return;
-  DIR* d = ::opendir(dir.c_str());
-  if (!d) return;
-  std::vector<std::string> names;
-  while (dirent* e = ::readdir(d)) {
-    const std::string n = e->d_name;
-    if (n != "." && n != "..") names.push_back(n);
-  }
-  ::closedir(d);
-  std::sort(names.begin(), names.end());
-  for (const std::string& n : names) {
+  std::error_code ec;
+  std::vector<std::filesystem::path> entries;
+  for (const auto& e : std::filesystem::directory_iterator(dir, ec)) entries.push_back(e.path());
+  std::sort(entries.begin(), entries.end());
+  for (const std::filesystem::path& p : entries) {
     if (out.size() >= limit) return;
-    const std::string path = dir + "/" + n;
-    struct stat st;
-    if (::stat(path.c_str(), &st) != 0) continue;
-    if (S_ISDIR(st.st_mode)) {
-      collect(path, out, limit, depth + 1);
-    } else if (n.size() > 4 && n.compare(n.size() - 4, 4, ".svg") == 0) {
-      out.push_back(path);
+    if (std::filesystem::is_directory(p, ec)) {
+      collect(p.string(), out, limit, depth + 1);
+    } else if (std::filesystem::exists(p, ec) && p.extension() == ".svg") {
+      out.push_back(p.string());
     }
   }
 }

@@ -36,6 +36,15 @@ void expectAnchors(const Art* art, const std::vector<Anchor>& want, bool closed,
 
 Anchor corner(double x, double y) { return Anchor{{x, y}, {x, y}, {x, y}}; }
 
+// An ellipse starts at its right extreme and goes clockwise on screen, one smooth anchor per quarter.
+std::vector<Anchor> ellipse(double cx, double cy, double rx, double ry) {
+  const double kx = rx * kKappa, ky = ry * kKappa;
+  return {{{cx + rx, cy}, {cx + rx, cy - ky}, {cx + rx, cy + ky}},
+          {{cx, cy + ry}, {cx + kx, cy + ry}, {cx - kx, cy + ry}},
+          {{cx - rx, cy}, {cx - rx, cy + ky}, {cx - rx, cy - ky}},
+          {{cx, cy - ry}, {cx - kx, cy - ry}, {cx + kx, cy - ry}}};
+}
+
 TEST(Shapes, RoundedRectangle) {
   auto r = importSvg(svgDoc("<rect id='r' x='10' y='20' width='40' height='30' rx='5' ry='4'/>"));
   const double kx = 5 * kKappa, ky = 4 * kKappa;
@@ -72,24 +81,8 @@ TEST(Shapes, RoundedRectangleRadiiRules) {
 
 TEST(Shapes, CircleAndEllipse) {
   auto r = importSvg(svgDoc("<circle id='c' cx='50' cy='40' r='10'/><ellipse id='e' cx='50' cy='40' rx='20' ry='10'/>"));
-  const double k = 10 * kKappa;
-  expectAnchors(findArt(*r.document, "c"),
-                {
-                    {{60, 40}, {60, 40 - k}, {60, 40 + k}},
-                    {{50, 50}, {50 + k, 50}, {50 - k, 50}},
-                    {{40, 40}, {40, 40 + k}, {40, 40 - k}},
-                    {{50, 30}, {50 - k, 30}, {50 + k, 30}},
-                },
-                true, "circle");
-  const double kx = 20 * kKappa, ky = 10 * kKappa;
-  expectAnchors(findArt(*r.document, "e"),
-                {
-                    {{70, 40}, {70, 40 - ky}, {70, 40 + ky}},
-                    {{50, 50}, {50 + kx, 50}, {50 - kx, 50}},
-                    {{30, 40}, {30, 40 + ky}, {30, 40 - ky}},
-                    {{50, 30}, {50 - kx, 30}, {50 + kx, 30}},
-                },
-                true, "ellipse");
+  expectAnchors(findArt(*r.document, "c"), ellipse(50, 40, 10, 10), true, "circle");
+  expectAnchors(findArt(*r.document, "e"), ellipse(50, 40, 20, 10), true, "ellipse");
   for (const PathSegment& s : findArt(*r.document, "c")->path()->segments) EXPECT_FALSE(s.corner);
 }
 
