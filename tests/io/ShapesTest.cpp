@@ -72,8 +72,7 @@ TEST(Shapes, RoundedRectangleRadiiRules) {
   EXPECT_NEAR(a.segments[2].p.y, testing::docPoint(0, 5).y, 1e-9) << "ry = rx = 5";
   const PathData& b = *findArt(*r.document, "b")->path();
   EXPECT_EQ(b.segments.size(), 6u);
-  Rect box = Rect::none();
-  for (const PathSegment& seg : b.segments) box.add(seg.p);
+  const Rect box = testing::anchorBounds(findArt(*r.document, "b"));
   EXPECT_NEAR(box.width(), 30.0, 1e-9);
   EXPECT_NEAR(box.height(), 15.0, 1e-9);
   EXPECT_NEAR(b.segments[2].p.y, testing::docPoint(0, 10).y, 1e-9) << "ry clamped to half the height";

@@ -31,6 +31,12 @@ Art* findArt(const Document& doc, const std::string& name) {
 
 Point docPoint(double x, double y, double h) { return Point{0.75 * x, 0.75 * (h - y)}; }
 
+Rect anchorBounds(const Art* path) {
+  Rect box = Rect::none();
+  for (const PathSegment& s : path->path()->segments) box.add(s.p);
+  return box;
+}
+
 void expectPoint(Point got, Point want, const std::string& what, double tol) {
   EXPECT_NEAR(got.x, want.x, tol) << what;
   EXPECT_NEAR(got.y, want.y, tol) << what;

@@ -17,6 +17,8 @@ std::string svgDoc(const std::string& body, double width = 100, double height = 
 Art* findArt(const Document& doc, const std::string& name);
 // Document point of an SVG user point in a plain document of height h px: 1 px = 0.75 pt, y flipped.
 Point docPoint(double x, double y, double h = 100);
+// The box around a path's anchor points, handles left out.
+Rect anchorBounds(const Art* path);
 // Both coordinates of got within tol of want.
 void expectPoint(Point got, Point want, const std::string& what = "", double tol = 1e-9);
 // The message of the io::IoError that f throws; a failure naming what when it throws none.

@@ -46,11 +46,7 @@ TEST(Units, LengthsOfShapes) {
       "<svg xmlns='http://www.w3.org/2000/svg' width='200' height='100'>"
       "<rect id='a' x='1in' y='0' width='10mm' height='50%'/>"
       "<rect id='b' x='10%' y='10pt' width='2cm' height='1pc' style='stroke:black;stroke-width:1mm'/></svg>");
-  const Rect a = [&] {
-    Rect b = Rect::none();
-    for (const PathSegment& s : findArt(*r.document, "a")->path()->segments) b.add(s.p);
-    return b;
-  }();
+  const Rect a = testing::anchorBounds(findArt(*r.document, "a"));
   EXPECT_NEAR(a.left, 72, 1e-9);
   EXPECT_NEAR(a.width(), 10 / 25.4 * 72, 1e-9);
   EXPECT_NEAR(a.height(), 50 * 0.75, 1e-9) << "50% of the 100 px viewport height";
