@@ -170,12 +170,6 @@ const NamedColor kNamed[] = {
     {"yellow", 0xffff00},
     {"yellowgreen", 0x9acd32}};
 
-std::string lower(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return out;
-}
-
 int hexDigit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   if (c >= 'a' && c <= 'f') return c - 'a' + 10;
@@ -215,11 +209,13 @@ struct Arg {
   std::string unit;
 };
 
-std::optional<std::vector<Arg>> functionArgs(std::string_view inner) {
+std::optional<std::vector<Arg>> functionArgs(std::string_view inner, bool& commas) {
   std::vector<Arg> args;
   NumberScanner scan(inner);
+  commas = false;
   while (!scan.atEnd()) {
     if (scan.peek() == ',' || scan.peek() == '/') {
+      commas = commas || scan.peek() == ',';
       scan.advance();
       continue;
     }
@@ -268,7 +264,8 @@ std::optional<Rgba> parseCssColor(std::string_view text) {
   }
   if (s.back() != ')') return std::nullopt;
   const std::string fn(trim(std::string_view(s).substr(0, open)));
-  auto args = functionArgs(std::string_view(s).substr(open + 1, s.size() - open - 2));
+  bool commas = false;
+  auto args = functionArgs(std::string_view(s).substr(open + 1, s.size() - open - 2), commas);
   if (!args || (args->size() != 3 && args->size() != 4)) return std::nullopt;
   Rgba c;
   if (args->size() == 4) {
@@ -277,6 +274,11 @@ std::optional<Rgba> parseCssColor(std::string_view text) {
     c.a = *a;
   }
   if (fn == "rgb" || fn == "rgba") {
+    // The comma-separated form takes three numbers or three percentages, never a mix.
+    if (commas && (((*args)[0].unit == "%") != ((*args)[1].unit == "%") ||
+                   ((*args)[0].unit == "%") != ((*args)[2].unit == "%"))) {
+      return std::nullopt;
+    }
     double* channels[3] = {&c.r, &c.g, &c.b};
     for (int i = 0; i < 3; ++i) {
       const Arg& a = (*args)[static_cast<std::size_t>(i)];

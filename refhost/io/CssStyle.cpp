@@ -10,12 +10,6 @@ namespace refhost::io::svg {
 
 namespace {
 
-std::string lower(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return out;
-}
-
 std::string withoutComments(std::string_view text) {
   std::string out;
   out.reserve(text.size());

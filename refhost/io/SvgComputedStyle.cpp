@@ -11,17 +11,12 @@ namespace refhost::io::svg {
 
 namespace {
 
-std::string lower(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return out;
-}
-
 const char* const kProperties[] = {
     "fill", "stroke", "fill-opacity", "stroke-opacity", "fill-rule", "clip-rule", "stroke-width",
     "stroke-linejoin", "stroke-linecap", "stroke-miterlimit", "stroke-dasharray", "stroke-dashoffset",
     "visibility", "color", "font-size", "font-family", "text-anchor", "opacity", "display", "clip-path",
     "mask", "filter", "marker-start", "marker-mid", "marker-end", "marker", "stop-color", "stop-opacity", "font",
+    "overflow",
 };
 
 bool isProperty(const char* name) {
@@ -118,6 +113,7 @@ void apply(ComputedStyle& s, const ComputedStyle& parent, const std::string& pro
     else if (prop == "display") s.display = parent.display;
     else if (prop == "stop-color") s.stopColor = parent.stopColor;
     else if (prop == "stop-opacity") s.stopOpacity = parent.stopOpacity;
+    else if (prop == "overflow") s.overflow = parent.overflow;
     return;
   }
   if (prop == "fill" || prop == "stroke") {
@@ -177,6 +173,8 @@ void apply(ComputedStyle& s, const ComputedStyle& parent, const std::string& pro
     s.marker[2] = value;
   } else if (prop == "marker") {
     s.marker[0] = s.marker[1] = s.marker[2] = value;
+  } else if (prop == "overflow") {
+    if (lv == "visible" || lv == "hidden" || lv == "scroll" || lv == "auto" || lv == "clip") s.overflow = lv;
   } else if (prop == "stop-color") {
     if (lv == "currentcolor" || parseCssColor(value)) s.stopColor = value;
   } else if (prop == "font") {
@@ -215,6 +213,7 @@ ComputedStyle computeStyle(const ComputedStyle& parent, const pugi::xml_node& el
   s.mask = initial.mask;
   s.filter = initial.filter;
   for (int i = 0; i < 3; ++i) s.marker[i] = initial.marker[i];
+  s.overflow = initial.overflow;
   s.stopColor = initial.stopColor;
   s.stopOpacity = initial.stopOpacity;
 

@@ -39,6 +39,7 @@ struct ComputedStyle {
   std::string mask = "none";
   std::string filter = "none";
   std::string marker[3] = {"none", "none", "none"};  // start, mid, end
+  std::string overflow;  // lower case; empty: the element's default (inner viewports hide)
   std::string stopColor = "black";
   double stopOpacity = 1.0;
 

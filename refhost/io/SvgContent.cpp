@@ -15,12 +15,6 @@ namespace {
 
 constexpr double kPointsPerPx = 0.75;
 
-std::string lower(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return out;
-}
-
 std::string percentDecode(std::string_view s) {
   std::string out;
   for (std::size_t i = 0; i < s.size(); ++i) {
@@ -160,7 +154,17 @@ Art* Importer::importUse(const pugi::xml_node& e, const Context& ctx, Art* into)
     art = doc_->newArt(ArtKind::Group, PaintOrder::InsideOnTop, into);
     Context inner = at;
     inner.depth = ctx.depth + 1;
+    const UseSizedSvg outer = useSizedSvg_;
+    if (kind == "svg") {
+      // The use's width and height, when given, replace the svg's own.
+      useSizedSvg_.node = target;
+      useSizedSvg_.width = useSizedSvg_.height = std::nullopt;
+      const double w = length(e, "width", ctx, LengthAxis::X, -1), h = length(e, "height", ctx, LengthAxis::Y, -1);
+      if (w >= 0) useSizedSvg_.width = w;
+      if (h >= 0) useSizedSvg_.height = h;
+    }
     if (!kind.empty()) importElement(target, inner, art);
+    useSizedSvg_ = outer;
   }
   useStack_.pop_back();
   return art;
@@ -282,7 +286,6 @@ Art* Importer::applyClipPath(Art* art, const pugi::xml_node& e, const Context& e
     if (user.isEmpty() || user.width() <= 0 || user.height() <= 0) return art;
     clipCtx.ctm = clipCtx.ctm * Matrix{user.width(), 0, 0, user.height(), user.left, user.bottom};
   }
-  if (clipCtx.style.clipPath != "none") warn("nested clip", clip, "clipPath: a clip path that is clipped itself is not supported; its own clip is ignored");
   countArt(e);
   Art* group = doc_->newArt(ArtKind::Group, PaintOrder::Above, art);
   group->setClipped(true);
@@ -301,6 +304,9 @@ Art* Importer::applyClipPath(Art* art, const pugi::xml_node& e, const Context& e
     Context ctx;
     elementContext(c, work[i].second, ctx);
     if (!ctx.style.isDisplayed() || !ctx.style.isVisible()) continue;
+    if (ctx.style.clipPath != "none" && !ctx.style.clipPath.empty()) {
+      warn("clip child clip", c, "clipPath: a clip-path on a clip path's child is not supported; the child is used unclipped");
+    }
     if (name == "use") {
       const pugi::xml_node target = lookup(href(c));
       if (target && svgLocalName(target) != "use" && work.size() < 1024) {
@@ -333,6 +339,18 @@ Art* Importer::applyClipPath(Art* art, const pugi::xml_node& e, const Context& e
     // An empty clip path shows nothing: a clipping path that encloses no area.
     Art* empty = doc_->newArt(ArtKind::Path, PaintOrder::InsideOnTop, group);
     empty->pathStyle().clipping = true;
+  }
+  // A clip path that is clipped itself intersects both: one clip group inside the other. A
+  // reference back to a clip path already being applied is dropped, which ends any cycle.
+  if (clipCtx.style.clipPath != "none" && !clipCtx.style.clipPath.empty()) {
+    const pugi::xml_node next = lookup(clipCtx.style.clipPath);
+    const bool cycle = next == clip || std::find(clipStack_.begin(), clipStack_.end(), next) != clipStack_.end();
+    // Each link counts as one more level of nesting, so a long chain meets the nesting limit.
+    if (!cycle) {
+      clipStack_.push_back(clip);
+      group = applyClipPath(group, clip, clipCtx);
+      clipStack_.pop_back();
+    }
   }
   return group;
 }

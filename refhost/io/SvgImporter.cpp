@@ -263,8 +263,12 @@ Art* Importer::importElement(const pugi::xml_node& e, const Context& parentCtx, 
   } else if (name == "svg") {
     const double x = length(e, "x", parentCtx, LengthAxis::X, 0);
     const double y = length(e, "y", parentCtx, LengthAxis::Y, 0);
-    const double w = length(e, "width", parentCtx, LengthAxis::X, parentCtx.lengths.viewportWidth);
-    const double h = length(e, "height", parentCtx, LengthAxis::Y, parentCtx.lengths.viewportHeight);
+    // A use that refers to this svg gives it its width and height.
+    const bool sizedByUse = e == useSizedSvg_.node;
+    const double w = sizedByUse && useSizedSvg_.width ? *useSizedSvg_.width
+                                                      : length(e, "width", parentCtx, LengthAxis::X, parentCtx.lengths.viewportWidth);
+    const double h = sizedByUse && useSizedSvg_.height ? *useSizedSvg_.height
+                                                       : length(e, "height", parentCtx, LengthAxis::Y, parentCtx.lengths.viewportHeight);
     if (!(w > 0 && h > 0)) return nullptr;
     const ViewBox vb = parseViewBox(e.attribute("viewBox").value());
     if (vb.valid) {
@@ -280,6 +284,8 @@ Art* Importer::importElement(const pugi::xml_node& e, const Context& parentCtx, 
     art = doc_->newArt(ArtKind::Group, PaintOrder::InsideOnTop, into);
     leaf = false;
     importChildren(e, ctx, art);
+    // An inner viewport hides what lies outside it unless its overflow is visible.
+    if (ctx.style.overflow != "visible" && ctx.style.overflow != "auto") art = clipToRectangle(art, e, x, y, w, h, parentCtx.ctm);
   } else if (isShape(name)) {
     art = importShape(e, name, ctx, into);
   } else if (name == "use") {
@@ -296,6 +302,17 @@ Art* Importer::importElement(const pugi::xml_node& e, const Context& parentCtx, 
   }
   if (art) finishArt(art, e, parentCtx, ctx, leaf);
   return art;
+}
+
+Art* Importer::clipToRectangle(Art* art, const pugi::xml_node& e, double x, double y, double w, double h,
+                               const Matrix& ctm) {
+  countArt(e);
+  Art* group = doc_->newArt(ArtKind::Group, PaintOrder::Above, art);
+  group->setClipped(true);
+  doc_->moveArt(art, PaintOrder::InsideOnTop, group);
+  Art* clip = makePathArt({rectangle(x, y, w, h, 0, 0)}, ctm, group);
+  clip->pathStyle().clipping = true;
+  return group;
 }
 
 void Importer::finishArt(Art* art, const pugi::xml_node& e, const Context& parentCtx, const Context& ctx, bool leaf) {
@@ -453,6 +470,17 @@ void Importer::importRoot(const pugi::xml_node& root) {
   Context ctx;
   elementContext(root, rootCtx, ctx);
   noteUnsupportedReferences(root, ctx.style);
+
+  // Opacity or a clip on the root applies to the page as a whole: everything goes into one group
+  // in one layer, since layers are composited apart.
+  if (ctx.style.opacity < 1.0 || ctx.style.clipPath != "none") {
+    countArt(root);
+    Art* page = doc_->newArt(ArtKind::Group, PaintOrder::InsideOnTop, doc_->newLayer("Layer 1", 0)->group());
+    importChildren(root, ctx, page);
+    finishArt(page, root, rootCtx, ctx, false);
+    doc_->setCurrentLayer(doc_->firstLayer());
+    return;
+  }
 
   Layer* run = nullptr;
   int layerNumber = 0;

@@ -9,6 +9,7 @@
 #include <pugixml.hpp>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -37,6 +38,8 @@ class Importer {
   Art* importShape(const pugi::xml_node& e, const std::string& name, const Context& ctx, Art* into);
   bool shapeGeometry(const pugi::xml_node& e, const std::string& name, const Context& ctx, std::vector<Subpath>& out);
   Art* makePathArt(const std::vector<Subpath>& subpaths, const Matrix& m, Art* into);
+  // Wraps art in a clip group whose clipping path is the rectangle (x, y, w, h) in user space `ctm`.
+  Art* clipToRectangle(Art* art, const pugi::xml_node& e, double x, double y, double w, double h, const Matrix& ctm);
   void finishArt(Art* art, const pugi::xml_node& e, const Context& ctx, const Context& elementCtx, bool leaf);
   Matrix viewportTransform(double vbX, double vbY, double vbW, double vbH, const std::string& par, double x, double y,
                            double w, double h) const;
@@ -47,6 +50,8 @@ class Importer {
   bool resolvePaint(const std::string& text, const ComputedStyle& style, const Context& ctx, const Rect& userBounds,
                     const pugi::xml_node& e, Paint& paint, double& opacity);
   bool gradientPaint(const pugi::xml_node& g, const Context& ctx, const Rect& userBounds, Paint& paint, double& opacity);
+  // The style an element has where it stands in the document, computed down its ancestors.
+  const ComputedStyle& documentStyle(const pugi::xml_node& e, const LengthContext& lengths);
 
   // Other content (SvgContent.cpp).
   Art* importUse(const pugi::xml_node& e, const Context& ctx, Art* into);
@@ -85,6 +90,13 @@ class Importer {
   std::vector<const void*> useStack_;
   std::map<std::string, Symbol*> symbols_;
   bool inClipPath_ = false;
+  std::vector<pugi::xml_node> clipStack_;  // clip paths whose own clip-path is being applied
+  // The svg element a use is expanding, with the width and height the use gives it.
+  struct UseSizedSvg {
+    pugi::xml_node node;
+    std::optional<double> width, height;
+  } useSizedSvg_;
+  std::unordered_map<const void*, ComputedStyle> documentStyles_;
 };
 
 }  // namespace refhost::io::svg

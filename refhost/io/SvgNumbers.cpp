@@ -114,4 +114,10 @@ std::optional<double> parseLength(std::string_view text, const LengthContext& ct
   return *v * factor;
 }
 
+std::string lower(std::string_view s) {
+  std::string out(s);
+  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return out;
+}
+
 }  // namespace refhost::io::svg

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace refhost::io::svg {
@@ -25,6 +26,9 @@ class NumberScanner {
   std::string_view s_;
   std::size_t i_ = 0;
 };
+
+// ASCII lower case: CSS keywords, units and function names are case-insensitive.
+std::string lower(std::string_view s);
 
 std::optional<double> parseNumber(std::string_view text);
 

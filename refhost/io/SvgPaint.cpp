@@ -5,16 +5,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace refhost::io::svg {
 
 namespace {
-
-std::string lower(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return out;
-}
 
 Paint rgbPaint(const Rgba& c) { return Paint::rgb(c.r, c.g, c.b); }
 
@@ -37,6 +32,17 @@ double gradientCoordinate(const char* text, bool boundingBox, const LengthContex
 
 }  // namespace
 
+const ComputedStyle& Importer::documentStyle(const pugi::xml_node& e, const LengthContext& lengths) {
+  // Kept per element: every shape painted with a gradient asks for the same one.
+  auto found = documentStyles_.find(e.internal_object());
+  if (found != documentStyles_.end()) return found->second;
+  std::vector<pugi::xml_node> line;
+  for (pugi::xml_node n = e; n && n.type() == pugi::node_element; n = n.parent()) line.push_back(n);
+  ComputedStyle style;
+  for (auto it = line.rbegin(); it != line.rend(); ++it) style = computeStyle(style, *it, sheet_, lengths);
+  return documentStyles_.emplace(e.internal_object(), std::move(style)).first->second;
+}
+
 bool Importer::gradientPaint(const pugi::xml_node& start, const Context& ctx, const Rect& userBounds, Paint& paint,
                              double& opacity) {
   // Gather the href chain: attributes and stops come from the nearest gradient that has them.
@@ -47,8 +53,14 @@ bool Importer::gradientPaint(const pugi::xml_node& start, const Context& ctx, co
     if (std::find(chain.begin(), chain.end(), g) != chain.end()) break;
     chain.push_back(g);
   }
+  // Units, transform and spread pass between both kinds; geometry only between gradients of the
+  // kind that is painted (a radial gradient takes no cx from a linear one).
+  const std::string kind = svgLocalName(chain.front());
   auto attr = [&](const char* name) -> const char* {
+    const bool shared = std::strcmp(name, "gradientUnits") == 0 || std::strcmp(name, "gradientTransform") == 0 ||
+                        std::strcmp(name, "spreadMethod") == 0;
     for (const pugi::xml_node& g : chain) {
+      if (!shared && svgLocalName(g) != kind) continue;
       if (g.attribute(name)) return g.attribute(name).value();
     }
     return nullptr;
@@ -66,12 +78,13 @@ bool Importer::gradientPaint(const pugi::xml_node& start, const Context& ctx, co
 
   auto gradient = std::make_shared<Gradient>();
   if (stopsOwner) {
+    // Stops inherit from the gradient that holds them and its ancestors, not from the element
+    // painted: "currentColor" and "inherit" resolve there.
+    const ComputedStyle& ownerStyle = documentStyle(stopsOwner, ctx.lengths);
     double last = 0.0;
     for (pugi::xml_node c = stopsOwner.first_child(); c; c = c.next_sibling()) {
       if (c.type() != pugi::node_element || svgLocalName(c) != "stop") continue;
-      ComputedStyle base;
-      base.color = ctx.style.color;
-      const ComputedStyle st = computeStyle(base, c, sheet_, ctx.lengths);
+      const ComputedStyle st = computeStyle(ownerStyle, c, sheet_, ctx.lengths);
       double offset = gradientCoordinate(c.attribute("offset").value(), true, ctx.lengths, LengthAxis::Other, 0.0);
       offset = std::min(1.0, std::max(offset, last));
       last = offset;
@@ -95,7 +108,7 @@ bool Importer::gradientPaint(const pugi::xml_node& start, const Context& ctx, co
   const std::string spread = lower(attr("spreadMethod") ? attr("spreadMethod") : "pad");
   gradient->spread = spread == "reflect" ? Gradient::Spread::Reflect
                                          : (spread == "repeat" ? Gradient::Spread::Repeat : Gradient::Spread::Pad);
-  const bool radial = svgLocalName(chain.front()) == "radialGradient";
+  const bool radial = kind == "radialGradient";
   const LengthContext& lc = ctx.lengths;
   if (radial) {
     gradient->kind = Gradient::Kind::Radial;

@@ -31,6 +31,7 @@ const ColorCase kColors[] = {
     {"rgba(0, 0, 255, 0.5)", 0, 0, 1, 0.5},
     {"rgba(0,0,255,50%)", 0, 0, 1, 0.5},
     {"rgb(0 0 255 / 0.25)", 0, 0, 1, 0.25},
+    {"rgb(0 50% 0)", 0, 0.5, 0, 1},
     {"rgb(300, -5, 0)", 1, 0, 0, 1},
     {"hsl(0, 100%, 50%)", 1, 0, 0, 1},
     {"hsl(120, 100%, 25%)", 0, 0.5, 0, 1},
@@ -52,7 +53,8 @@ TEST(CssColors, EverySyntax) {
 }
 
 TEST(CssColors, MalformedAreRefused) {
-  for (const char* bad : {"", "#12", "#12345", "#ggg", "notacolor", "rgb(1,2)", "rgb(1,2,3,4,5)", "hsl(0, 50, 50)", "rgb(1px,2,3)"}) {
+  for (const char* bad : {"", "#12", "#12345", "#ggg", "notacolor", "rgb(1,2)", "rgb(1,2,3,4,5)", "hsl(0, 50, 50)", "rgb(1px,2,3)",
+                          "rgba(0, 50%, 0, 0.5)", "rgb(100%, 0, 0)"}) {
     EXPECT_FALSE(io::svg::parseCssColor(bad).has_value()) << bad;
   }
 }

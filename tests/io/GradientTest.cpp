@@ -61,6 +61,17 @@ TEST(Gradients, HrefInheritsAttributesAndStops) {
   EXPECT_EQ(g.stops[1].offset, 0.2) << "offsets never go back";
 }
 
+TEST(Gradients, ARadialGradientTakesOnlySharedAttributesFromALinearOne) {
+  auto r = importSvg(svgDoc("<linearGradient id='lin' cx='1' x2='0.5' spreadMethod='reflect'/>"
+                            "<radialGradient id='g' xlink:href='#lin'>"
+                            "<stop offset='0' stop-color='white'/><stop offset='1'/></radialGradient>"
+                            "<rect id='r' width='20' height='20' fill='url(#g)'/>"));
+  const Gradient& g = gradientOf(findArt(*r.document, "r"));
+  EXPECT_EQ(g.kind, Gradient::Kind::Radial);
+  EXPECT_EQ(g.spread, Gradient::Spread::Reflect) << "spread is shared by both kinds";
+  EXPECT_EQ(g.center, (Point{0.5, 0.5})) << "cx of a linear gradient is not inherited";
+}
+
 TEST(Gradients, DegenerateCases) {
   auto r = importSvg(svgDoc("<linearGradient id='one'><stop offset='0' stop-color='blue'/></linearGradient>"
                             "<linearGradient id='none'/>"
@@ -73,6 +84,18 @@ TEST(Gradients, DegenerateCases) {
   EXPECT_FALSE(findArt(*r.document, "b")->pathStyle().fillPaint) << "no stops paints nothing";
   EXPECT_FALSE(findArt(*r.document, "c")->pathStyle().strokePaint) << "a box without height cannot hold box units";
   EXPECT_EQ(findArt(*r.document, "d")->pathStyle().fill.type, Paint::Type::Rgb) << "the fallback colour";
+}
+
+TEST(Gradients, StopsInheritFromTheGradientNotFromThePaintedElement) {
+  // The painted group's colour and stop-color must not reach the stops.
+  auto r = importSvg(svgDoc("<g color='green' stop-color='lime'><linearGradient id='g' color='blue' stop-color='red'>"
+                            "<stop offset='0' stop-color='currentColor'/><stop offset='1' stop-color='inherit'/>"
+                            "</linearGradient></g>"
+                            "<g color='yellow' stop-color='yellow'><rect id='r' width='5' height='5' fill='url(#g)'/></g>"));
+  const Gradient& g = gradientOf(findArt(*r.document, "r"));
+  ASSERT_EQ(g.stops.size(), 2u);
+  EXPECT_EQ(g.stops[0].color, Paint::rgb(0, 0, 1)) << "currentColor of the gradient element";
+  EXPECT_EQ(g.stops[1].color, Paint::rgb(1, 0, 0)) << "inherit takes the gradient's stop-color";
 }
 
 TEST(Gradients, StopsTakeStyleFromTheSheet) {

@@ -204,5 +204,91 @@ TEST(Structure, NestedSvgIsAViewport) {
   EXPECT_NEAR(b.width(), 7.5, 1e-9);
 }
 
+// The clip group two levels above rect "r" (r, then the viewport's group, then the clip group).
+TEST(Structure, InnerViewportsHideWhatLiesOutside) {
+  struct Case {
+    const char* name;
+    const char* body;
+    bool clipped;
+    Rect clip;  // document points, y up, in a 100 px page
+  } const cases[] = {
+      {"an inner svg clips to x, y, width, height", "<svg x='10' y='20' width='20' height='40'><rect id='r' width='100' height='100'/></svg>",
+       true, Rect{7.5, 60, 22.5, 30}},
+      {"visible overflow does not clip", "<svg width='20' height='20' overflow='visible'><rect id='r' width='100' height='100'/></svg>",
+       false, {}},
+      {"overflow from a style sheet", "<style>svg svg { overflow: auto }</style><svg width='20' height='20'><rect id='r' width='100' height='100'/></svg>",
+       false, {}},
+      {"a use gives the svg its size", "<defs><svg id='s'><rect id='r' width='200' height='200'/></svg></defs>"
+       "<use xlink:href='#s' x='4' width='50' height='40'/>", true, Rect{3, 75, 40.5, 45}},
+      {"a use without size keeps the svg's", "<defs><svg id='s' width='20' height='8'><rect id='r' width='200' height='200'/></svg></defs>"
+       "<use xlink:href='#s'/>", true, Rect{0, 75, 15, 69}},
+  };
+  for (const Case& c : cases) {
+    auto r = importSvg(svgDoc(c.body));
+    const Art* rect = findArt(*r.document, "r");
+    ASSERT_NE(rect, nullptr) << c.name;
+    const Art* group = rect->parent()->parent();
+    ASSERT_NE(group, nullptr) << c.name;
+    EXPECT_EQ(group->isClipped(), c.clipped) << c.name;
+    if (!c.clipped) continue;
+    const Rect b = artBounds(*group);
+    EXPECT_NEAR(b.left, c.clip.left, 1e-9) << c.name;
+    EXPECT_NEAR(b.top, c.clip.top, 1e-9) << c.name;
+    EXPECT_NEAR(b.right, c.clip.right, 1e-9) << c.name;
+    EXPECT_NEAR(b.bottom, c.clip.bottom, 1e-9) << c.name;
+  }
+}
+
+TEST(Structure, OpacityAndClipOnTheRootApplyToThePage) {
+  auto r = importSvg(svgDoc("<clipPath id='c'><rect width='10' height='10'/></clipPath>"
+                            "<g id='layer'><rect id='a' width='50' height='50'/></g><rect id='b' width='50' height='50'/>",
+                            100, 100, "opacity='0.5' clip-path='url(#c)'"));
+  ASSERT_EQ(r.document->layerCount(), 1u) << "top-level groups stay inside the page group";
+  const Art* a = findArt(*r.document, "a");
+  const Art* b = findArt(*r.document, "b");
+  const Art* page = b->parent();
+  EXPECT_EQ(a->parent()->parent(), page);
+  EXPECT_EQ(page->pathStyle().opacity, 0.5);
+  ASSERT_TRUE(page->parent()->isClipped());
+  EXPECT_NEAR(artBounds(*page->parent()).width(), 7.5, 1e-9);
+}
+
+TEST(Structure, AClipPathClippedItselfIntersectsAndCyclesEnd) {
+  struct Case {
+    const char* name;
+    const char* clips;
+    int nestedClipGroups;
+  } const cases[] = {
+      {"clipped clip path", "<clipPath id='a' clip-path='url(#b)'><rect width='10' height='10'/></clipPath>"
+       "<clipPath id='b'><rect width='5' height='20'/></clipPath>", 2},
+      {"a cycle of two", "<clipPath id='a' clip-path='url(#b)'><rect width='10' height='10'/></clipPath>"
+       "<clipPath id='b' clip-path='url(#a)'><rect width='5' height='20'/></clipPath>", 2},
+      {"clipped by itself", "<clipPath id='a' clip-path='url(#a)'><rect width='10' height='10'/></clipPath>", 1},
+      {"a child's clip-path is warned and left out", "<clipPath id='a'><rect width='10' height='10' clip-path='url(#b)'/></clipPath>"
+       "<clipPath id='b'><rect width='5' height='20'/></clipPath>", 1},
+  };
+  for (const Case& c : cases) {
+    auto r = importSvg(svgDoc(std::string(c.clips) + "<rect id='r' width='40' height='40' clip-path='url(#a)'/>"));
+    int groups = 0;
+    for (const Art* g = findArt(*r.document, "r")->parent(); g && g->isClipped(); g = g->parent()) ++groups;
+    EXPECT_EQ(groups, c.nestedClipGroups) << c.name;
+  }
+  // A chain longer than the nesting limit is refused instead of exhausting the stack.
+  std::string chain;
+  for (int i = 0; i < 300; ++i) {
+    chain += "<clipPath id='c" + std::to_string(i) + "' clip-path='url(#c" + std::to_string(i + 1) +
+             ")'><rect width='10' height='10'/></clipPath>";
+  }
+  const std::string error =
+      testing::ioErrorOf([&] { importSvg(svgDoc(chain + "<rect width='40' height='40' clip-path='url(#c0)'/>")); });
+  EXPECT_NE(error.find("nested deeper than 256"), std::string::npos) << error;
+
+  // The intersection: the outer group's bounds are the second clip's, the inner's the first's.
+  auto r = importSvg(svgDoc(std::string(cases[0].clips) + "<rect id='r' width='40' height='40' clip-path='url(#a)'/>"));
+  const Art* inner = findArt(*r.document, "r")->parent();
+  EXPECT_NEAR(artBounds(*inner).height(), 7.5, 1e-9);
+  EXPECT_NEAR(artBounds(*inner->parent()).width(), 3.75, 1e-9);
+}
+
 }  // namespace
 }  // namespace refhost
