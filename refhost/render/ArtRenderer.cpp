@@ -261,11 +261,14 @@ void ArtRenderer::paint(const Matrix& m, const Box& extent, const Builder& outli
   if (alpha <= 0.0 || p.isNone()) return;
   const IntRect region = intersect(toPixels(extent), currentLimit());
   if (isEmpty(region)) return;
+  std::vector<double> dashes;
+  double dashOffset = 0.0;
+  if (stroke && !strokeDashes(style, dashes, dashOffset)) return;
   cairo_t* cr = shape_.begin(region, m, antialias_);
   if (!cr) return;
   outline(cr);
   if (stroke) {
-    applyStroke(cr, style);
+    applyStroke(cr, style, dashes, dashOffset);
     cairo_stroke(cr);
   } else {
     cairo_set_fill_rule(cr, style.fillRule == FillRule::EvenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);

@@ -2,6 +2,7 @@
 
 #include "refhost/render/CoverageMask.h"
 
+#include <cmath>
 #include <vector>
 
 namespace refhost::render {
@@ -77,7 +78,48 @@ void appendOutline(cairo_t* cr, const Art& art) {
   }
 }
 
-void applyStroke(cairo_t* cr, const PathStyle& style) {
+bool strokeDashes(const PathStyle& style, std::vector<double>& dashes, double& offset) {
+  dashes.clear();
+  offset = 0.0;
+  double total = 0.0;
+  for (double d : style.dashArray) {
+    if (!(d >= 0.0) || !std::isfinite(d)) return true;
+    total += d;
+  }
+  if (!(total > 0.0) || !std::isfinite(total)) return true;
+  // An odd list is repeated to make (dash, gap) pairs.
+  std::vector<double> list = style.dashArray;
+  if (list.size() % 2) list.insert(list.end(), style.dashArray.begin(), style.dashArray.end());
+  const double period = list.size() == style.dashArray.size() ? total : 2 * total;
+  offset = std::isfinite(style.dashOffset) ? std::fmod(style.dashOffset, period) : 0.0;
+  if (offset < 0) offset += period;
+  if (style.lineCap != LineCap::Butt) {
+    dashes = std::move(list);
+    return true;
+  }
+  // Zero-length dashes before the first real one move to the end of the pattern, the start with them.
+  std::size_t first = 0;
+  double lead = 0.0;
+  while (first < list.size() && list[first] == 0.0) {
+    lead += list[first + 1];
+    first += 2;
+  }
+  if (first == list.size()) return false;
+  for (std::size_t i = first; i < list.size(); i += 2) {
+    if (list[i] == 0.0) {
+      dashes.back() += list[i + 1];
+    } else {
+      dashes.push_back(list[i]);
+      dashes.push_back(list[i + 1]);
+    }
+  }
+  dashes.back() += lead;
+  offset -= lead;
+  if (offset < 0) offset += period;
+  return true;
+}
+
+void applyStroke(cairo_t* cr, const PathStyle& style, const std::vector<double>& dashes, double offset) {
   cairo_set_line_width(cr, style.strokeWidth);
   cairo_set_line_cap(cr, style.lineCap == LineCap::Round        ? CAIRO_LINE_CAP_ROUND
                          : style.lineCap == LineCap::Projecting ? CAIRO_LINE_CAP_SQUARE
@@ -86,17 +128,7 @@ void applyStroke(cairo_t* cr, const PathStyle& style) {
                           : style.lineJoin == LineJoin::Bevel ? CAIRO_LINE_JOIN_BEVEL
                                                               : CAIRO_LINE_JOIN_MITER);
   cairo_set_miter_limit(cr, style.miterLimit);
-  if (!style.dashArray.empty()) {
-    double total = 0.0;
-    bool valid = true;
-    for (double d : style.dashArray) {
-      total += d;
-      valid = valid && d >= 0.0;
-    }
-    // Cairo rejects negative or all-zero dash lists; such a stroke is drawn solid.
-    if (valid && total > 0.0)
-      cairo_set_dash(cr, style.dashArray.data(), static_cast<int>(style.dashArray.size()), style.dashOffset);
-  }
+  if (!dashes.empty()) cairo_set_dash(cr, dashes.data(), static_cast<int>(dashes.size()), offset);
 }
 
 }  // namespace refhost::render

@@ -84,6 +84,20 @@ std::vector<Shape> shapes() {
                      c += rectCoverage(start, 7, std::min(start + 3, 18.0), 9, x, y, aa, amb);
                    return c;
                  }});
+  // Zero-length butt-capped dashes cover nothing, not even where they fall on the corners.
+  out.push_back({"zero-length butt dashes on corners",
+                 [](Scene& s, const Paint& p) {
+                   Art* a = s.rect(2, 2, 14, 14, p);
+                   PathStyle& st = a->pathStyle();
+                   st.fillPaint = false;
+                   st.strokePaint = true;
+                   st.stroke = p;
+                   st.strokeWidth = 2;
+                   st.lineCap = LineCap::Butt;
+                   st.dashArray = {0, 12};
+                   return a;
+                 },
+                 [](int, int, bool, bool*) { return 0.0; }});
   return out;
 }
 
