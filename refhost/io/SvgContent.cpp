@@ -204,7 +204,13 @@ Art* Importer::importImage(const pugi::xml_node& e, const Context& ctx, Art* int
       warn("image remote", e, "image: remote image \"" + ref + "\" not fetched");
     } else {
       if (path[0] != '/') path = baseDirectory_ + "/" + percentDecode(path);
-      fileReference = path;
+      // A document keeps only UTF-8 text; a path that is not (a %-escape of a stray byte, a folder
+      // named in another encoding) is read for its pixels but not kept as the reference.
+      if (firstInvalidUtf8(path) == std::string::npos) {
+        fileReference = path;
+      } else {
+        warn("image path", e, "image: the file path is not UTF-8; the image is kept without its file reference");
+      }
       std::ifstream in(path, std::ios::binary);
       if (in) {
         bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());

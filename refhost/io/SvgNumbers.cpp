@@ -120,4 +120,33 @@ std::string lower(std::string_view s) {
   return out;
 }
 
+std::size_t firstInvalidUtf8(const std::string& text) {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+  for (std::size_t i = 0; i < text.size();) {
+    const unsigned char lead = bytes[i];
+    std::size_t length = 1;
+    unsigned char low = 0x80, high = 0xBF;  // the range of the second byte
+    if (lead >= 0xC2 && lead <= 0xDF) {
+      length = 2;
+    } else if (lead >= 0xE0 && lead <= 0xEF) {
+      length = 3;
+      if (lead == 0xE0) low = 0xA0;
+      if (lead == 0xED) high = 0x9F;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+      length = 4;
+      if (lead == 0xF0) low = 0x90;
+      if (lead == 0xF4) high = 0x8F;
+    } else if (lead >= 0x80) {
+      return i;
+    }
+    if (i + length > text.size()) return i;
+    for (std::size_t k = 1; k < length; ++k) {
+      const unsigned char b = bytes[i + k];
+      if (k == 1 ? (b < low || b > high) : (b < 0x80 || b > 0xBF)) return i;
+    }
+    i += length;
+  }
+  return std::string::npos;
+}
+
 }  // namespace refhost::io::svg

@@ -27,6 +27,10 @@ class NumberScanner {
   std::size_t i_ = 0;
 };
 
+// Offset of the first byte that does not belong to a well-formed UTF-8 sequence (overlong forms,
+// surrogates and code points past U+10FFFF included), or npos.
+std::size_t firstInvalidUtf8(const std::string& text);
+
 // ASCII lower case: CSS keywords, units and function names are case-insensitive.
 std::string lower(std::string_view s);
 

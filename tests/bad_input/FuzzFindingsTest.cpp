@@ -21,11 +21,12 @@ struct Finding {
   std::string name;
   Reader reader;
   std::string bytes;
+  std::string baseDirectory = "/nonexistent";  // where an SVG's relative image paths start
 };
 
 std::unique_ptr<Document> read(const Finding& f) {
   if (f.reader == Reader::Native) return io::documentFromJson(f.bytes, "finding.json");
-  return io::importSvgText(f.bytes, "finding.svg", "/nonexistent").document;
+  return io::importSvgText(f.bytes, "finding.svg", f.baseDirectory).document;
 }
 
 const std::string kSvgOpen = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"20\" height=\"20\">";
@@ -37,6 +38,13 @@ TEST(FuzzFindings, RefusedOrSavedAndLoadedBackEqual) {
       {"svg id with a truncated sequence", Reader::Svg, kSvgOpen + "<rect id=\"a\xe2\x82\" width=\"5\" height=\"5\"/></svg>"},
       {"svg layer named with an overlong form", Reader::Svg,
        kSvgOpen + "<g id=\"\xc0\xaf\"><rect width=\"5\" height=\"5\"/></g></svg>"},
+      // fuzz_svg_import: an image path whose %-escape decodes to a stray byte became a file reference
+      // that the native document saved as U+FFFD.
+      {"svg image path with an escaped stray byte", Reader::Svg,
+       kSvgOpen + "<image xlink:href=\"fata:image/png;bas%91,iVBOR\" width=\"4\" height=\"4\" "
+                  "xmlns:xlink=\"http://www.w3.org/1999/xlink\"/></svg>"},
+      {"svg image beside a folder named in another encoding", Reader::Svg,
+       kSvgOpen + "<image href=\"a.png\" width=\"4\" height=\"4\"/></svg>", "/tmp/caf\xe9"},
       // fuzz_native_import: a number past a double left the reader as the parser's own exception.
       {"native number with a huge exponent", Reader::Native,
        "{\"format\": 66660000000000000000000008931849800914741930e000000000000008931849800914741930}"},
@@ -70,6 +78,14 @@ TEST(FuzzFindings, ValidUtf8TextStillImports) {
     if (art->kind() == ArtKind::TextFrame) found = art->text()->text;
   });
   EXPECT_EQ(found, words);
+  // An escaped UTF-8 image path is decoded and kept as the reference.
+  const auto image = io::importSvgText(kSvgOpen + "<image href=\"caf%C3%A9.png\" width=\"4\" height=\"4\"/></svg>",
+                                       "ok.svg", "/nonexistent");
+  std::string reference;
+  image.document->forEachArt([&](Art* art) {
+    if (art->kind() == ArtKind::Placed) reference = art->placed()->fileReference;
+  });
+  EXPECT_EQ(reference, "/nonexistent/caf\xc3\xa9.png");
 }
 
 }  // namespace
