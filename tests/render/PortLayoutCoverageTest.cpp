@@ -38,6 +38,18 @@ double rectCoverage(double x0, double y0, double x1, double y1, int x, int y, bo
   return x + 0.5 > x0 && x + 0.5 < x1 && y + 0.5 > y0 && y + 0.5 < y1 ? 1.0 : 0.0;
 }
 
+// Strokes a path 2 units wide with butt caps and the given dashes, unfilled.
+Art* buttDashed(Art* a, const Paint& p, std::vector<double> dashes) {
+  PathStyle& st = a->pathStyle();
+  st.fillPaint = false;
+  st.strokePaint = true;
+  st.stroke = p;
+  st.strokeWidth = 2;
+  st.lineCap = LineCap::Butt;
+  st.dashArray = std::move(dashes);
+  return a;
+}
+
 std::vector<Shape> shapes() {
   std::vector<Shape> out;
   out.push_back({"rect on grid", [](Scene& s, const Paint& p) { return s.rect(2, 3, 7, 9, p); },
@@ -70,13 +82,7 @@ std::vector<Shape> shapes() {
                  [](Scene& s, const Paint& p) {
                    Art* a = s.document.newArt(ArtKind::Path, PaintOrder::AboveAll, nullptr);
                    a->path()->segments = {PathSegment::at(doc(2, 8)), PathSegment::at(doc(18, 8))};
-                   PathStyle& st = a->pathStyle();
-                   st.strokePaint = true;
-                   st.stroke = p;
-                   st.strokeWidth = 2;
-                   st.lineCap = LineCap::Butt;
-                   st.dashArray = {3, 2};
-                   return a;
+                   return buttDashed(a, p, {3, 2});
                  },
                  [](int x, int y, bool aa, bool* amb) {
                    double c = 0;
@@ -87,15 +93,7 @@ std::vector<Shape> shapes() {
   // Zero-length butt-capped dashes cover nothing, not even where they fall on the corners.
   out.push_back({"zero-length butt dashes on corners",
                  [](Scene& s, const Paint& p) {
-                   Art* a = s.rect(2, 2, 14, 14, p);
-                   PathStyle& st = a->pathStyle();
-                   st.fillPaint = false;
-                   st.strokePaint = true;
-                   st.stroke = p;
-                   st.strokeWidth = 2;
-                   st.lineCap = LineCap::Butt;
-                   st.dashArray = {0, 12};
-                   return a;
+                   return buttDashed(s.rect(2, 2, 14, 14, p), p, {0, 12});
                  },
                  [](int, int, bool, bool*) { return 0.0; }});
   return out;
